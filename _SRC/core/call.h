@@ -1,0 +1,53 @@
+// How every exported operation checks its arguments, reports, and stops: one mechanism for all families.
+//
+//     Call call{module, "veksbAdd3"};
+//     if (call.bad(n <= 0, "n<=0")) return;         // one line per check, in the order that the header states
+//     if (call.bad(!srcA, "srcA==0")) return;
+//     if (call.stopped()) return;                   // an earlier failure still stands: do not compute
+//
+// The happy path writes nothing; the report is cold and out of line. Members that return a status return
+// `call.result`, the answer of the report handler.
+#pragma once
+
+#include "context.h"
+
+namespace vek::core {
+
+struct Call {
+    const char* module;   // as reports name it
+    const char* name;     // the exported name
+    VekStatus result = VEK_StsOk;
+
+    bool bad(bool failed, const char* message, int line = __builtin_LINE()) {
+        if (failed) [[unlikely]]
+            report(VEK_StsBadArg, message, line);
+        return failed;
+    }
+
+    bool noMemory(bool failed, const char* message, int line = __builtin_LINE()) {
+        if (failed) [[unlikely]]
+            report(VEK_StsNoMemory, message, line);
+        return failed;
+    }
+
+    // After an inner call: adds this operation's line to the chain of reports when the inner call failed.
+    bool backtrace(const char* message = nullptr, int line = __builtin_LINE()) {
+        if (context().status >= 0) [[likely]]
+            return false;
+        report(VEK_StsBacktrace, message, line);
+        return true;
+    }
+
+    static bool stopped() { return context().status < 0; }
+
+    [[gnu::cold, gnu::noinline]] void report(VekStatus status, const char* message, int line) {
+        result = vekError(status, name, message, module, line);
+    }
+};
+
+// Transforms and their tables take orders 0 ... 31.
+inline bool badOrder(Call& call, int order, int line = __builtin_LINE()) {
+    return call.bad(order < 0, "order<0", line) || call.bad(order > 31, "order>31", line);
+}
+
+}   // namespace vek::core

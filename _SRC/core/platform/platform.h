@@ -1,0 +1,48 @@
+// What the library asks of the operating system. posix.cpp and win32.cpp implement it; this folder alone knows
+// which system it is built for.
+#pragma once
+
+#include <cstddef>
+
+namespace vek::platform {
+
+#ifdef _WIN32
+extern unsigned long slotIndex;
+extern "C" __declspec(dllimport) void* __stdcall TlsGetValue(unsigned long index);
+#else
+// Initial-exec: one load relative to the thread pointer. A library that is opened at run time finds room for it in
+// the C library's reserve for such variables.
+extern __thread void* slotPointer __attribute__((tls_model("initial-exec")));
+#endif
+
+// The calling thread's slot, null until setSlot gave it a value.
+inline void* slot() {
+#ifdef _WIN32
+    return TlsGetValue(slotIndex);
+#else
+    return slotPointer;
+#endif
+}
+
+bool reserveSlot();          // once per process; safe to repeat; false when the system has no slot left
+void releaseSlot();          // at the end of the process
+bool setSlot(void* value);   // a value that is not null has the thread's end reported to core::threadDetach()
+
+void* zeroedAlloc(std::size_t bytes);   // zero-filled memory, or null
+void zeroedFree(void* block);
+
+void formatText(char* buffer, const char* format, ...);   // at most textCapacity bytes, terminator included
+inline constexpr int textCapacity = 1025;
+
+// Message box flags and answers; the numbers are those of MessageBoxA.
+inline constexpr unsigned okCancelSystemModal = 4097;
+inline constexpr unsigned yesNoSystemModal = 4100;
+inline constexpr int answerOk = 1;
+inline constexpr int answerCancel = 2;
+inline constexpr int answerYes = 6;
+inline constexpr int answerNo = 7;
+int messageBox(const char* body, const char* caption, unsigned flags);
+
+[[noreturn]] void fatalExit(const char* text);
+
+}   // namespace vek::platform
