@@ -17,6 +17,10 @@ using core::Call;
 using core::context;
 using kernels::FftData;
 
+// As reports name the module.
+template <class T>
+inline constexpr const char* moduleOf = sizeof(T) == sizeof(float) ? "vekffts" : "vekfftd";
+
 inline constexpr int forwInverse = VEK_Forw | VEK_Inv;
 
 inline const kernels::FftOf<float>& kernelsOf(const float*) { return kernelsNow().fft->f; }
@@ -56,32 +60,39 @@ T* lineTable(core::OrderSlots& slots, int order, std::uint64_t length, Fill fill
     return slots.get<T>(order, length + line / sizeof(T), [&](T* block) { fill(onLine(block)); });
 }
 
-// The scratch area comes first: where memory is short it fails before any table is computed.
+// Builds what is missing. The scratch area comes first: where memory is short it fails before any table is computed.
+template <class T>
+[[gnu::cold, gnu::noinline]] bool build(core::TransformTables& cache, int order, int extras) {
+    const auto& kernels = kernelsOf(static_cast<T*>(nullptr));
+    if (cache.owner != &kernels) cache.releaseAll();
+    cache.owner = &kernels;
+    if (cache.scratch.ordersServed <= order) {
+        if (cache.scratch.get(kernels.scratchLength(order) * sizeof(T) + line) == nullptr) return false;
+        cache.scratch.ordersServed = order + 1;
+    }
+    const T* working = lineTable<T>(cache.working, order, kernels.tableLength(order),
+                                    [&](T* table) { kernels.fillTable(order, table, rootOf); });
+    if (working == nullptr) return false;
+    if ((extras & swapList) != 0 && context().tables.swapListOf(order) == nullptr) return false;
+    return (extras & realSplit) == 0 ||
+           lineTable<T>(cache.realSplit, order, kernels.splitLength(order),
+                        [&](T* table) { kernels.fillSplit(order, table, rootOf); }) != nullptr;
+}
+
 template <class T>
 bool obtain(Tables<T>& tables, int order, int extras) {
-    const auto& kernels = kernelsOf(tables.working);
+    auto& thread = context().tables;
     auto& cache = cacheOf(tables.working);
-    if (cache.owner != &kernels) [[unlikely]] {
-        cache.releaseAll();
-        cache.owner = &kernels;
-    }
-    void* scratch = cache.scratch.get((kernels.scratchLength(order) * sizeof(T)) + line);
-    if (scratch == nullptr) return false;
-    T* working = lineTable<T>(cache.working, order, kernels.tableLength(order),
-                              [&](T* table) { kernels.fillTable(order, table, rootOf); });
-    if (working == nullptr) return false;
-    if ((extras & realSplit) != 0) {
-        T* split = lineTable<T>(cache.realSplit, order, kernels.splitLength(order),
-                                [&](T* table) { kernels.fillSplit(order, table, rootOf); });
-        if (split == nullptr) return false;
-        tables.split = onLine(split);
-    }
-    if ((extras & swapList) != 0) {
-        tables.swaps = context().tables.swapListOf(order);
-        if (tables.swaps == nullptr) return false;
-    }
-    tables.scratch = onLine(static_cast<T*>(scratch));
-    tables.working = onLine(working);
+    const bool ready = cache.owner == &kernelsOf(tables.working) && cache.scratch.ordersServed > order &&
+                       cache.working.slot[order] != nullptr &&
+                       ((extras & realSplit) == 0 || cache.realSplit.slot[order] != nullptr) &&
+                       ((extras & swapList) == 0 || thread.swapList.slot[order] != nullptr);
+    if (!ready && !build<T>(cache, order, extras)) [[unlikely]]
+        return false;
+    tables.scratch = onLine(static_cast<T*>(cache.scratch.buffer));
+    tables.working = onLine(static_cast<const T*>(cache.working.slot[order]));
+    if ((extras & realSplit) != 0) tables.split = onLine(static_cast<const T*>(cache.realSplit.slot[order]));
+    if ((extras & swapList) != 0) tables.swaps = static_cast<const std::int32_t*>(thread.swapList.slot[order]);
     return true;
 }
 
@@ -111,18 +122,6 @@ void freeTables(const T* kind, int order) {
 
 // ---- Checks -------------------------------------------------------------------------------------------------------
 
-struct Pointer {
-    const void* value;
-    const char* message;
-};
-
-template <int N>
-bool anyNull(Call& call, const Pointer (&pointers)[N], int line = __builtin_LINE()) {
-    for (const Pointer& pointer : pointers)
-        if (call.bad(pointer.value == nullptr, pointer.message, line)) return true;
-    return false;
-}
-
 inline bool badDirection(Call& call, int flags, int line = __builtin_LINE()) {
     return call.bad((flags & forwInverse) == forwInverse, "(flags & 1) && (flags & 2)", line) ||
            call.bad((flags & forwInverse) == 0, "(flags & 1)==0 && (flags & 2)==0", line);
@@ -134,14 +133,14 @@ inline bool badBitOrder(Call& call, int flags, int line = __builtin_LINE()) {
            call.bad((flags & 32) && (flags & 128), "(flags & 32) && (flags & 128)", line);
 }
 
-inline bool badOutPacking(Call& call, int flags, int line = __builtin_LINE()) {
-    return call.bad((flags & 256) && (flags & 512), "(flags & 256) && (flags & 512)", line) ||
-           call.bad(!(flags & 256) && !(flags & 512), "(flags & 256)==0 && (flags & 512)==0", line);
+inline bool badOutPacking(Call& call, int flags) {
+    return call.bad((flags & 256) && (flags & 512), "(flags & 256) && (flags & 512)") ||
+           call.bad(!(flags & 256) && !(flags & 512), "(flags & 256)==0 && (flags & 512)==0");
 }
 
-inline bool badInPacking(Call& call, int flags, int line = __builtin_LINE()) {
-    return call.bad((flags & 1024) && (flags & 4096), "(flags & 1024) && (flags & 4096)", line) ||
-           call.bad(!(flags & 1024) && !(flags & 4096), "(flags & 1024)==0 && (flags & 4096)==0", line);
+inline bool badInPacking(Call& call, int flags) {
+    return call.bad((flags & 1024) && (flags & 4096), "(flags & 1024) && (flags & 4096)") ||
+           call.bad(!(flags & 1024) && !(flags & 4096), "(flags & 1024)==0 && (flags & 4096)==0");
 }
 
 // 1/N where the transform scales.
@@ -177,16 +176,18 @@ void copyPoint(const FftData<const T>& in, const FftData<T>& out) {
         out.re[1] = in.re[1];
 }
 
-template <class T, int N>
-void complexFft(Call call, FftData<const T> in, const FftData<T>& out, int order, int flags,
-                const Pointer (&pointers)[N]) {
+// badPointer(call) checks the member's own arguments.
+template <class T, class BadPointer>
+void complexFft(const char* name, FftData<const T> in, const FftData<T>& out, int order, int flags,
+                BadPointer badPointer) {
+    Call call{moduleOf<T>, name};
     if ((flags & VEK_Free) != 0) return freeTables(in.re, order);
     if (badOrder(call, order)) return;
     Tables<T> tables;
     const bool permutes = (flags & (VEK_InBitRev | VEK_OutBitRev)) != 0;
     if (noTables(call, tables, order, permutes ? swapList : none)) return;
     if ((flags & VEK_Init) != 0) return;
-    if (anyNull(call, pointers)) return;
+    if (badPointer(call)) return;
     if (badDirection(call, flags)) return;
     if (badBitOrder(call, flags)) return;
     if (call.stopped()) return;
@@ -222,29 +223,32 @@ FftData<typename RealOf<C>::type> pairs(C* samps) {
 }
 
 template <class C>
-void interleaved(Call call, C* samps, int order, int flags) {
-    complexFft(call, pairs(static_cast<const C*>(samps)), pairs(samps), order, flags, {{samps, "samps==0"}});
+void interleaved(const char* name, C* samps, int order, int flags) {
+    complexFft(name, pairs(static_cast<const C*>(samps)), pairs(samps), order, flags,
+               [=](Call& call) { return call.bad(samps == nullptr, "samps==0"); });
 }
 
 template <class C>
-void interleavedNip(Call call, const C* inSamps, C* outSamps, int order, int flags) {
-    complexFft(call, pairs(inSamps), pairs(outSamps), order, flags,
-               {{inSamps, "inSamps==0"}, {outSamps, "outSamps==0"}});
+void interleavedNip(const char* name, const C* inSamps, C* outSamps, int order, int flags) {
+    complexFft(name, pairs(inSamps), pairs(outSamps), order, flags, [=](Call& call) {
+        return call.bad(inSamps == nullptr, "inSamps==0") || call.bad(outSamps == nullptr, "outSamps==0");
+    });
 }
 
 template <class T>
-void split(Call call, T* reSamps, T* imSamps, int order, int flags) {
-    complexFft<T>(call, {reSamps, imSamps}, {reSamps, imSamps}, order, flags,
-                  {{reSamps, "reSamps==0"}, {imSamps, "imSamps==0"}});
+void split(const char* name, T* reSamps, T* imSamps, int order, int flags) {
+    complexFft<T>(name, {reSamps, imSamps}, {reSamps, imSamps}, order, flags, [=](Call& call) {
+        return call.bad(reSamps == nullptr, "reSamps==0") || call.bad(imSamps == nullptr, "imSamps==0");
+    });
 }
 
 template <class T>
-void splitNip(Call call, const T* reInSamps, const T* imInSamps, T* reOutSamps, T* imOutSamps, int order, int flags) {
-    complexFft<T>(call, {reInSamps, imInSamps}, {reOutSamps, imOutSamps}, order, flags,
-                  {{reInSamps, "reInSamps==0"},
-                   {imInSamps, "imInSamps==0"},
-                   {reOutSamps, "reOutSamps==0"},
-                   {imOutSamps, "imOutSamps==0"}});
+void splitNip(const char* name, const T* reInSamps, const T* imInSamps, T* reOutSamps, T* imOutSamps, int order,
+              int flags) {
+    complexFft<T>(name, {reInSamps, imInSamps}, {reOutSamps, imOutSamps}, order, flags, [=](Call& call) {
+        return call.bad(reInSamps == nullptr, "reInSamps==0") || call.bad(imInSamps == nullptr, "imInSamps==0") ||
+               call.bad(reOutSamps == nullptr, "reOutSamps==0") || call.bad(imOutSamps == nullptr, "imOutSamps==0");
+    });
 }
 
 // ---- Real transforms ----------------------------------------------------------------------------------------------
@@ -314,93 +318,107 @@ void spectrumToReal(const T* in, T* out, int order, int flags, Layout layout, co
     kernels.transform({out, nullptr}, {out, nullptr}, order - 1, true, scale, tables.working, tables.scratch);
 }
 
-// The steps that all real members share; true: the transform itself is left to do.
-template <class T, int N>
-bool realSteps(Call& call, Tables<T>& tables, int order, int flags, const Pointer (&pointers)[N],
-               bool (*badPacking)(Call&, int, int), int line = __builtin_LINE()) {
+// A real transform, from either side: `Forward` takes samples to a spectrum. badPointer checks the member's own
+// arguments, badPacking its choice of layout.
+template <bool Forward, class T, class BadPointer, class BadPacking>
+void realSteps(const char* name, const T* in, T* out, int order, int flags, Layout layout, BadPointer badPointer,
+               BadPacking badPacking) {
+    Call call{moduleOf<T>, name};
+    Tables<T> tables;
     if ((flags & VEK_Free) != 0) {
-        if (core::isOrder(order)) freeTables(tables.working, order - 1);
-        return false;
+        if (core::isOrder(order)) freeTables(in, order - 1);
+        return;
     }
-    if (badOrder(call, order, line)) return false;
-    if (order >= 2 && noTables(call, tables, order - 1, realSplit, line)) return false;
-    if ((flags & VEK_Init) != 0) return false;
-    if (anyNull(call, pointers, line)) return false;
-    if (badDirection(call, flags, line)) return false;
-    if (badPacking != nullptr && badPacking(call, flags, line)) return false;
-    return !call.stopped();
+    if (badOrder(call, order)) return;
+    if (order >= 2 && noTables(call, tables, order - 1, realSplit)) return;
+    if ((flags & VEK_Init) != 0) return;
+    if (badPointer(call)) return;
+    if (badDirection(call, flags)) return;
+    if (badPacking(call, flags)) return;
+    if (call.stopped()) return;
+    if constexpr (Forward)
+        realToSpectrum(in, out, order, flags, layout, tables);
+    else
+        spectrumToReal(in, out, order, flags, layout, tables);
+}
+
+// In place, or from one array to another, in the CCS layout or in one that the flags choose.
+template <bool Forward, class T, class BadPacking>
+void realInPlace(const char* name, T* samps, int order, int flags, Layout layout, BadPacking badPacking) {
+    realSteps<Forward, T>(
+        name, samps, samps, order, flags, layout,
+        [=](Call& call) { return call.bad(samps == nullptr, "samps==0"); }, badPacking);
+}
+
+template <bool Forward, class T, class BadPacking>
+void realNip(const char* name, const T* inSamps, T* outSamps, int order, int flags, Layout layout,
+             BadPacking badPacking) {
+    realSteps<Forward, T>(
+        name, inSamps, outSamps, order, flags, layout,
+        [=](Call& call) {
+            return call.bad(inSamps == nullptr, "inSamps==0") || call.bad(outSamps == nullptr, "outSamps==0");
+        },
+        badPacking);
+}
+
+inline bool noPacking(Call&, int) { return false; }
+
+template <class T>
+void realFft(const char* name, T* samps, int order, int flags) {
+    realInPlace<true>(name, samps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void realFft(Call call, T* samps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{samps, "samps==0"}}, nullptr))
-        realToSpectrum<T>(samps, samps, order, flags, Layout::ccs, tables);
+void realFftNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+    realNip<true>(name, inSamps, outSamps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void realFftNip(Call call, const T* inSamps, T* outSamps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{inSamps, "inSamps==0"}, {outSamps, "outSamps==0"}}, nullptr))
-        realToSpectrum(inSamps, outSamps, order, flags, Layout::ccs, tables);
+void realFftl(const char* name, T* samps, int order, int flags) {
+    realInPlace<true>(name, samps, order, flags, outLayout(flags), badOutPacking);
 }
 
 template <class T>
-void realFftl(Call call, T* samps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{samps, "samps==0"}}, badOutPacking))
-        realToSpectrum<T>(samps, samps, order, flags, outLayout(flags), tables);
+void realFftlNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+    realNip<true>(name, inSamps, outSamps, order, flags, outLayout(flags), badOutPacking);
 }
 
 template <class T>
-void realFftlNip(Call call, const T* inSamps, T* outSamps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{inSamps, "inSamps==0"}, {outSamps, "outSamps==0"}}, badOutPacking))
-        realToSpectrum(inSamps, outSamps, order, flags, outLayout(flags), tables);
+void ccsFft(const char* name, T* samps, int order, int flags) {
+    realInPlace<false>(name, samps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void ccsFft(Call call, T* samps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{samps, "samps==0"}}, nullptr))
-        spectrumToReal<T>(samps, samps, order, flags, Layout::ccs, tables);
+void ccsFftNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+    realNip<false>(name, inSamps, outSamps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void ccsFftNip(Call call, const T* inSamps, T* outSamps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{inSamps, "inSamps==0"}, {outSamps, "outSamps==0"}}, nullptr))
-        spectrumToReal(inSamps, outSamps, order, flags, Layout::ccs, tables);
+void ccsFftl(const char* name, T* samps, int order, int flags) {
+    realInPlace<false>(name, samps, order, flags, inLayout(flags), badInPacking);
 }
 
 template <class T>
-void ccsFftl(Call call, T* samps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{samps, "samps==0"}}, badInPacking))
-        spectrumToReal<T>(samps, samps, order, flags, inLayout(flags), tables);
-}
-
-template <class T>
-void ccsFftlNip(Call call, const T* inSamps, T* outSamps, int order, int flags) {
-    Tables<T> tables;
-    if (realSteps(call, tables, order, flags, {{inSamps, "inSamps==0"}, {outSamps, "outSamps==0"}}, badInPacking))
-        spectrumToReal(inSamps, outSamps, order, flags, inLayout(flags), tables);
+void ccsFftlNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+    realNip<false>(name, inSamps, outSamps, order, flags, inLayout(flags), badInPacking);
 }
 
 // The one-signal member on each of two signals; once where it only builds or releases the tables they share.
-template <class First, class Second>
-VekStatus twice(Call call, const char* message, int flags, First first, Second second, int line = __builtin_LINE()) {
+template <class T, class First, class Second>
+VekStatus twice(const char* name, const char* message, int flags, First first, Second second) {
+    Call call{moduleOf<T>, name};
     first();
     if ((flags & (VEK_Init | VEK_Free)) == 0) second();
-    return call.backtrace(message, line) ? call.result : context().status;
+    return call.backtrace(message) ? call.result : context().status;
 }
 
 // ---- Products of packed spectra -----------------------------------------------------------------------------------
 
 // dst may equal a source.
 template <class T>
-void product(Call call, const T* srcA, const char* nullA, const T* srcB, const char* nullB, T* dst, int order,
+void product(const char* name, const T* srcA, const char* nullA, const T* srcB, const char* nullB, T* dst, int order,
              Layout layout) {
+    Call call{moduleOf<T>, name};
     if (badOrder(call, order)) return;
     if (call.bad(srcA == nullptr, nullA)) return;
     if (nullB != nullptr && call.bad(srcB == nullptr, nullB)) return;
@@ -415,13 +433,13 @@ void product(Call call, const T* srcA, const char* nullA, const T* srcB, const c
 }
 
 template <class T>
-void mpy2(const Call& call, const T* src, T* dst, int order, Layout layout) {
-    product<T>(call, src, "src==0", dst, nullptr, dst, order, layout);
+void mpy2(const char* name, const T* src, T* dst, int order, Layout layout) {
+    product<T>(name, src, "src==0", dst, nullptr, dst, order, layout);
 }
 
 template <class T>
-void mpy3(const Call& call, const T* srcA, const T* srcB, T* dst, int order, Layout layout) {
-    product(call, srcA, "srcA==0", srcB, "srcB==0", dst, order, layout);
+void mpy3(const char* name, const T* srcA, const T* srcB, T* dst, int order, Layout layout) {
+    product(name, srcA, "srcA==0", srcB, "srcB==0", dst, order, layout);
 }
 
 }   // namespace vek::fft

@@ -367,20 +367,27 @@ struct Plan {
     int logRadix[maxPasses];
 };
 
-// AVX-512 has registers for sixteen complex values at once.
+// AVX-512 has registers for sixteen complex values at once, 32-bit processors for four.
+#if defined(__i386__)
+inline constexpr int maxLogRadix = 2;
+#else
 inline constexpr int maxLogRadix = vectorBytes == 64 ? 4 : 3;
+#endif
+// One pass in registers is worth more than no spills.
+inline constexpr int maxLogRadixShort = maxLogRadix < 3 ? 3 : maxLogRadix;
 
-// Spreads `order` over passes of nearly equal radix, larger ones first.
+// Spreads `order` over passes of nearly equal radix, larger ones first; the first at least as asked.
 constexpr Plan spread(int order, int width, int firstAtLeast) {
     Plan plan{width, 0, {}};
-    plan.passes = (order + maxLogRadix - 1) / maxLogRadix;
-    if (plan.passes == 1 && width > 1) plan.passes = 2;   // vectors need room on both sides
+    const int most = order <= 2 * maxLogRadixShort ? maxLogRadixShort : maxLogRadix;
     int left = order;
-    for (int i = 0; i < plan.passes; ++i) {
-        const int passesLeft = plan.passes - i;
+    while (left > 0) {
+        const int passesLeft = (left + most - 1) / most;
         int logRadix = (left + passesLeft - 1) / passesLeft;
-        if (i == 0 && logRadix < firstAtLeast) logRadix = firstAtLeast;
-        plan.logRadix[i] = logRadix;
+        if (plan.passes == 0 && logRadix < firstAtLeast) logRadix = firstAtLeast;
+        // Vectors need room on both sides of the transposition: never a single pass.
+        if (width > 1 && logRadix == order) logRadix = order - order / 2;
+        plan.logRadix[plan.passes++] = logRadix;
         left -= logRadix;
     }
     return plan;
@@ -398,9 +405,21 @@ constexpr Plan planOf(int order) {
     if (order <= 3 || lanes<T> == 1) return spread(order, 1, 1);
     int width = lanes<T>;
     while (2 * log2Of(width) > order) width /= 2;
-    Plan plan = spread(order, width, log2Of(width));
-    return plan;
+    return spread(order, width, log2Of(width));
 }
+
+template <class T>
+struct Plans {
+    Plan of[32];
+};
+template <class T>
+constexpr Plans<T> makePlans() {
+    Plans<T> plans{};
+    for (int order = 0; order < 32; ++order) plans.of[order] = planOf<T>(order);
+    return plans;
+}
+template <class T>
+constexpr Plans<T> plans = makePlans<T>();
 
 // Columns side by side in the four-step form: two cache lines.
 template <class T>
@@ -511,7 +530,7 @@ void selfSorting(const Plan& plan, const In& in, const Out& out, int order, cons
 }
 
 template <class T, class In, class Out>
-void smallOrder(const Plan& plan, const In& in, const Out& out, int order, const Stages<T>& stages) {
+void chooseWidth(const Plan& plan, const In& in, const Out& out, int order, const Stages<T>& stages) {
     const auto general = [&](auto width) { selfSorting<T, decltype(width){}>(plan, in, out, order, stages); };
     constexpr int w = lanes<T>;
     if (plan.width == w) return general(Int<w>{});
@@ -520,6 +539,58 @@ void smallOrder(const Plan& plan, const In& in, const Out& out, int order, const
     if constexpr (narrower<T, narrower<T, w>> > 1)
         if (plan.width == narrower<T, narrower<T, w>>) return general(Int<narrower<T, narrower<T, w>>>{});
     if constexpr (w > 1) return general(Int<1>{});
+}
+
+// ---- Orders that fit the registers --------------------------------------------------------------------------------
+
+// Two passes with nothing stored between them: N = R W, R at least W, as the plan of the order says.
+template <class T, int W, int R, class In, class Out>
+[[gnu::noinline]] void inRegisters(In in, Out out, const T* twiddles) {
+    Cx<Vec<T, W>> a[R];
+    unroll<R>([&](auto j) { a[j] = in.template read<W>(W * j); });
+    dft<T, W, R>(a);
+    unroll<R - 1>([&](auto k) { a[k + 1] = a[k + 1] * Blocks<const T>{twiddles}.template read<W>(W * k); });
+    unroll<R / W>([&](auto group) {
+        Vec<T, W> re[W];
+        Vec<T, W> im[W];
+        unroll<W>([&](auto i) {
+            re[i] = a[group * W + i].re;
+            im[i] = a[group * W + i].im;
+        });
+        transpose<T, W>(re);
+        transpose<T, W>(im);
+        Cx<Vec<T, W>> b[W];
+        unroll<W>([&](auto i) { b[i] = {re[i], im[i]}; });
+        dft<T, W, W>(b);
+        unroll<W>([&](auto k) { out.template write<W>(W * group + R * k, b[k]); });
+    });
+}
+
+template <class T>
+constexpr bool fitsRegisters(int order) {
+    const Plan plan = planOf<T>(order);
+    return plan.passes == 2 && plan.width > 1 && plan.logRadix[1] == log2Of(plan.width);
+}
+
+// True: done.
+template <class T, class In, class Out>
+VEK_INLINE bool runInRegisters(const In& in, const Out& out, int order, const T* table) {
+    const auto attempt = [&](auto candidate) {
+        constexpr int o = decltype(candidate){};
+        if constexpr (fitsRegisters<T>(o)) {
+            constexpr Plan plan = planOf<T>(o);
+            inRegisters<T, plan.width, 1 << plan.logRadix[0]>(in, out, table);
+        }
+        return fitsRegisters<T>(o);
+    };
+    switch (order) {
+        case 4: return attempt(Int<4>{});
+        case 5: return attempt(Int<5>{});
+        case 6: return attempt(Int<6>{});
+        case 7: return attempt(Int<7>{});
+        case 8: return attempt(Int<8>{});
+        default: return false;
+    }
 }
 
 // ---- The four-step transform --------------------------------------------------------------------------------------
@@ -633,7 +704,7 @@ constexpr bool usesFourSteps(int order) {
 template <class T>
 uint64_t tableLength(int order) {
     if (usesFourSteps<T>(order)) return FourStep<T>(order).length;
-    return alignedLength<T>(columnTableLength(planOf<T>(order), order));
+    return alignedLength<T>(columnTableLength(plans<T>.of[order], order));
 }
 
 template <class T>
@@ -673,7 +744,7 @@ void fillPasses(const Plan& plan, int order, int firstWidth, T* table, RootFunct
 template <class T>
 void fillTable(int order, T* table, RootFunction root) {
     if (!usesFourSteps<T>(order)) {
-        const Plan plan = planOf<T>(order);
+        const Plan& plan = plans<T>.of[order];
         return fillPasses(plan, order, plan.width, table, root);
     }
     constexpr uint64_t columns = tileColumns<T>;
@@ -697,9 +768,10 @@ void fillTable(int order, T* table, RootFunction root) {
 
 template <class T, class In, class Out>
 void run(const In& in, const Out& out, T* outBuffer, int order, const T* table, T* scratch) {
+    if (runInRegisters<T>(in, out, order, table)) return;
     if (usesFourSteps<T>(order)) return fourSteps<T>(in, out, order, table, scratch);
     T* second = outBuffer != nullptr ? outBuffer : scratch + alignedLength<T>(size_t{2} << order);
-    smallOrder<T>(planOf<T>(order), in, out, order, {table, scratch, second});
+    chooseWidth<T>(plans<T>.of[order], in, out, order, {table, scratch, second});
 }
 
 template <class T>

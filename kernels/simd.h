@@ -74,11 +74,6 @@ VEK_INLINE void store(T* to, V value) {
     __builtin_memcpy(to, &value, sizeof value);
 }
 
-template <int W, class T>
-VEK_INLINE Vec<T, W> splat(T value) {
-    return Vec<T, W>{} + value;
-}
-
 // An integer known to the compiler, and a loop of N steps that leaves none at run time.
 template <int N>
 struct Int {
@@ -93,12 +88,25 @@ struct MakeInts<0, I...> {
     typedef Ints<I...> type;
 };
 template <class F, int... I>
-VEK_INLINE void unrollOver(Ints<I...>, F body) {
+VEK_INLINE void unrollOver(Ints<I...>, [[maybe_unused]] F body) {
     (body(Int<I>{}), ...);
 }
 template <int N, class F>
 VEK_INLINE void unroll(F body) {
     unrollOver(typename MakeInts<N>::type{}, body);
+}
+
+// The same value in every lane.
+template <class V, class T, int... I>
+VEK_INLINE V splatOver(T value, Ints<I...>) {
+    return V{(static_cast<void>(I), value)...};
+}
+template <int W, class T>
+VEK_INLINE Vec<T, W> splat(T value) {
+    if constexpr (W == 1)
+        return value;
+    else
+        return splatOver<Vec<T, W>>(value, typename MakeInts<W>::type{});
 }
 
 // a * b + c and c - a * b, fused where the level has the instruction.

@@ -8,6 +8,7 @@ namespace vek::kernels {
 // T is float or double; `count` complex elements where the name says complex, reals elsewhere. dst may equal src.
 template <class T>
 struct VecOf {
+    void (*sqr2)(const T* src, T* dst, size_t n);
     bool (*sqrt2)(const T* src, T* dst, size_t n);        // true: a negative element was met, its dst was kept
     void (*abs2)(const T* src, T* dst, size_t n);
     void (*threshBelow2)(const T* src, T* dst, size_t n, T thresh);   // elements below become thresh

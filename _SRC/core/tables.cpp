@@ -43,6 +43,7 @@ void Scratch::release() {
     core::release(buffer);
     buffer = nullptr;
     bytes = 0;
+    ordersServed = 0;
 }
 
 void TwiddleTables::releaseAll() {

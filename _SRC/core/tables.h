@@ -51,6 +51,7 @@ struct DftList {
 struct Scratch {
     void* buffer;
     std::uint64_t bytes;
+    int ordersServed;   // it is large enough for transforms of the orders below
 
     void* get(std::uint64_t wanted);
     void release();

@@ -1,0 +1,173 @@
+// The loop of the element-wise kernels, and the vector operations that only they need. Internal linkage throughout,
+// for the reasons that simd.h gives.
+#pragma once
+
+#include "simd.h"
+
+namespace vek::VEK_LEVEL {
+namespace {
+
+template <class T>
+struct UintOf;
+template <>
+struct UintOf<float> {
+    typedef uint32_t type;
+};
+template <>
+struct UintOf<double> {
+    typedef uint64_t type;
+};
+
+template <class T, int W>
+using IntVec = Vec<typename IntOf<T>::type, W>;
+
+template <class T, int W>
+using UintVec = Vec<typename UintOf<T>::type, W>;
+
+template <class T>
+inline constexpr typename IntOf<T>::type signBit =
+    static_cast<typename IntOf<T>::type>(uint64_t{1} << (8 * sizeof(T) - 1));
+
+// The same bits as another type of the same size; scalars as well as vectors.
+template <class To, class From>
+VEK_INLINE To bitsAs(From value) {
+    static_assert(sizeof(To) == sizeof(From));
+    To result;
+    __builtin_memcpy(&result, &value, sizeof result);
+    return result;
+}
+
+template <class T, int W>
+VEK_INLINE Vec<T, W> magnitude(Vec<T, W> value) {
+    return bitsAs<Vec<T, W>>(bitsAs<IntVec<T, W>>(value) & splat<W>(~signBit<T>));
+}
+template <class T, int W>
+VEK_INLINE Vec<T, W> withSignOf(Vec<T, W> value, Vec<T, W> sign) {
+    const IntVec<T, W> mask = splat<W>(signBit<T>);
+    return bitsAs<Vec<T, W>>((bitsAs<IntVec<T, W>>(value) & ~mask) | (bitsAs<IntVec<T, W>>(sign) & mask));
+}
+template <class T, int W>
+VEK_INLINE Vec<T, W> negated(Vec<T, W> value) {
+    return bitsAs<Vec<T, W>>(bitsAs<IntVec<T, W>>(value) ^ splat<W>(signBit<T>));
+}
+
+// Whether a comparison held in any lane.
+template <int W, class M>
+VEK_INLINE bool any(M held) {
+    if constexpr (W == 1) {
+        return held != 0;
+#if defined(__AVX512F__)
+    } else if constexpr (sizeof(M) == 64) {
+        const __m512i bits = bitsAs<__m512i>(held);
+        return _mm512_test_epi32_mask(bits, bits) != 0;
+#endif
+#if defined(__AVX2__)
+    } else if constexpr (sizeof(M) == 32) {
+        return _mm256_movemask_epi8(bitsAs<__m256i>(held)) != 0;
+#endif
+#if defined(__SSE2__)
+    } else if constexpr (sizeof(M) == 16) {
+        return _mm_movemask_epi8(bitsAs<__m128i>(held)) != 0;
+#endif
+    }
+}
+
+// Correctly rounded. No negative lane may come in: it would raise the invalid-operation exception.
+#if defined(__SSE2__)
+VEK_INLINE float squareRoot(float a) { return _mm_cvtss_f32(_mm_sqrt_ss(_mm_set_ss(a))); }
+VEK_INLINE double squareRoot(double a) { return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_setzero_pd(), _mm_set_sd(a))); }
+VEK_INLINE __m128 squareRoot(__m128 a) { return _mm_sqrt_ps(a); }
+VEK_INLINE __m128d squareRoot(__m128d a) { return _mm_sqrt_pd(a); }
+#else
+VEK_INLINE float squareRoot(float a) { return __builtin_sqrtf(a); }
+VEK_INLINE double squareRoot(double a) { return __builtin_sqrt(a); }
+#endif
+#if defined(__AVX__)
+VEK_INLINE __m256 squareRoot(__m256 a) { return _mm256_sqrt_ps(a); }
+VEK_INLINE __m256d squareRoot(__m256d a) { return _mm256_sqrt_pd(a); }
+#endif
+#if defined(__AVX512F__)
+VEK_INLINE __m512 squareRoot(__m512 a) { return _mm512_maskz_sqrt_ps(0xffff, a); }
+VEK_INLINE __m512d squareRoot(__m512d a) { return _mm512_maskz_sqrt_pd(0xff, a); }
+#endif
+
+// Keeps a value in a register that several shuffles share; the compiler would load it once for each.
+template <class V>
+VEK_INLINE V held(V value) {
+#if defined(__SSE2__)
+    __asm__("" : "+v"(value));
+#endif
+    return value;
+}
+
+// What one step of a loop covers when it works at a width of W reals: so many elements, of so many reals each.
+struct RealStep {   // one vector of reals
+    static constexpr size_t reals = 1;
+    static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
+};
+struct PairStep {   // one vector of (re, im) pairs; at width 1 one pair
+    static constexpr size_t reals = 2;
+    static constexpr size_t elements(int width) { return width == 1 ? 1 : static_cast<size_t>(width) / 2; }
+};
+struct PlanarStep {   // one vector of real parts and one of imaginary parts
+    static constexpr size_t reals = 2;
+    static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
+};
+
+// Fewer than Limit elements: one step of the widest width that fits, and one more for the rest.
+template <class T, int W, size_t Limit, class Step, class Compute, class Put>
+VEK_INLINE void few(size_t n, Compute compute, Put put) {
+    if constexpr (W == 1) {
+        unroll<Limit - 1>([&](auto k) {
+            const size_t i = k;
+            if (i < n) put(i, compute(Int<1>{}, i));
+        });
+    } else {
+        constexpr size_t step = Step::elements(W);
+        if constexpr (step > 1)
+            if (n < step) return few<T, narrower<T, W>, step, Step>(n, compute, put);
+        const auto first = compute(Int<W>{}, 0);
+        if (n > step) put(n - step, compute(Int<W>{}, n - step));
+        put(0, first);
+    }
+}
+
+// Runs compute(Int<W>, i), which reads the sources of one step that begins at element i and returns its results, and
+// put(i, results), which stores them, over n elements; `dst` is where put(0, ...) begins.
+//
+// A rest that is shorter than a step is done as a whole step that ends at element n, and overlaps the one before it.
+// So that dst may equal a source, its results are computed before the loop, from sources that are still untouched,
+// and stored behind it. Long runs begin likewise: with a step at element 0 that is stored last, after which the
+// stores of the loop are aligned to the vector; a store that straddles cache lines costs as much as two.
+template <class T, class Step, class Compute, class Put>
+VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
+    constexpr int w = lanes<T>;
+    constexpr size_t step = Step::elements(w);
+    if constexpr (w == 1) {
+        for (size_t i = 0; i < n; ++i) put(i, compute(Int<1>{}, i));
+    } else {
+        if constexpr (step > 1)
+            if (n < step) return few<T, narrower<T, w>, step, Step>(n, compute, put);
+        constexpr size_t elementBytes = Step::reals * sizeof(T);
+        constexpr size_t worthAligning = 16 * step;
+        const auto wholeSteps = [&](size_t i) {
+            for (; n - i >= 2 * step; i += 2 * step) {
+                put(i, compute(Int<w>{}, i));
+                put(i + step, compute(Int<w>{}, i + step));
+            }
+            if (n - i >= step) put(i, compute(Int<w>{}, i));
+        };
+        const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
+        const bool align = n >= worthAligning && misaligned != 0 && misaligned % elementBytes == 0;
+        if (!align && n % step == 0) return wholeSteps(0);
+        const size_t begin = align ? (w * sizeof(T) - misaligned) / elementBytes : 0;
+        const auto first = compute(Int<w>{}, 0);
+        const auto last = compute(Int<w>{}, n - step);
+        wholeSteps(begin);
+        put(n - step, last);
+        put(0, first);
+    }
+}
+
+}   // namespace
+}   // namespace vek::VEK_LEVEL

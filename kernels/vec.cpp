@@ -1,0 +1,375 @@
+// Squares, square roots, absolute values and thresholds. Every loop loads a step's sources before it stores its
+// results, so dst may equal src.
+//
+// Moduli of complex elements are taken of elements scaled by a power of two, so that no square leaves the range; all
+// scaling is exact, and the results carry about two units in the last place of the modulus.
+#include "vec.h"
+
+#include "elementwise.h"
+
+namespace vek::VEK_LEVEL {
+namespace {
+
+// ---- Reals ----------------------------------------------------------------------------------------------------------
+
+// dst[i ...] = compute(Int<W>, i), a vector of W reals.
+template <class T, class Compute>
+VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
+    forAll<T, RealStep>(dst, n, compute, [=](size_t i, auto value) { store(dst + i, value); });
+}
+
+template <class T>
+void sqr2(const T* src, T* dst, size_t n) {
+    mapReals(dst, n, [=](auto w, size_t i) {
+        const auto x = load<w>(src + i);
+        return x * x;
+    });
+}
+
+template <class T>
+bool sqrt2(const T* src, T* dst, size_t n) {
+    bool negativeMet = false;
+    mapReals(dst, n, [src, dst, &negativeMet](auto w, size_t i) {
+        const auto x = load<w>(src + i);
+        const auto former = load<w>(dst + i);
+        const Vec<T, w> zero = {};
+        const auto negative = x < zero;
+        negativeMet |= any<w>(negative);
+        const auto root = squareRoot(negative ? zero : x);
+        return negative ? former : root;
+    });
+    return negativeMet;
+}
+
+template <class T>
+void abs2(const T* src, T* dst, size_t n) {
+    mapReals(dst, n, [=](auto w, size_t i) { return magnitude<T, w>(load<w>(src + i)); });
+}
+
+// The order of the bit patterns: as sign and magnitude, so that -0 is below +0 and NaNs lie beyond the infinities.
+// Against a threshold with the sign bit clear that is the order of the patterns as signed integers; against one with
+// the sign bit set it is the reverse of their order as unsigned integers.
+template <class T, bool Below>
+void threshold(const T* src, T* dst, size_t n, T thresh) {
+    using Signed = typename IntOf<T>::type;
+    const Signed limit = bitsAs<Signed>(thresh);
+    if (limit >= 0) {
+        mapReals(dst, n, [=](auto w, size_t i) {
+            const auto x = bitsAs<IntVec<T, w>>(load<w>(src + i));
+            const IntVec<T, w> bound = splat<w>(limit);
+            const IntVec<T, w> kept = Below ? (x > bound ? x : bound) : (x < bound ? x : bound);
+            return bitsAs<Vec<T, w>>(kept);
+        });
+    } else {
+        mapReals(dst, n, [=](auto w, size_t i) {
+            const auto x = bitsAs<UintVec<T, w>>(load<w>(src + i));
+            const auto bound = bitsAs<UintVec<T, w>>(splat<w>(limit));
+            const UintVec<T, w> kept = Below ? (x < bound ? x : bound) : (x > bound ? x : bound);
+            return bitsAs<Vec<T, w>>(kept);
+        });
+    }
+}
+
+// What stands for the reciprocal of zero, in both precisions: the largest finite float.
+inline constexpr float reciprocalOfZero = __FLT_MAX__;
+
+template <class T>
+bool invThresh2(const T* src, T* dst, size_t n, T thresh) {
+    const T one = 1;
+    if (thresh != 0) {
+        mapReals(dst, n, [=](auto w, size_t i) {
+            const auto x = load<w>(src + i);
+            const Vec<T, w> zero = {};
+            const auto limit = x < zero ? splat<w>(-thresh) : splat<w>(thresh);
+            return splat<w>(one) / (magnitude<T, w>(x) > splat<w>(thresh) ? x : limit);
+        });
+        return false;
+    }
+    bool zeroMet = false;
+    mapReals(dst, n, [src, one, &zeroMet](auto w, size_t i) {
+        const auto x = load<w>(src + i);
+        const Vec<T, w> zero = {};
+        const auto isZero = x == zero;
+        zeroMet |= any<w>(isZero);
+        const auto inverse = splat<w>(one) / (isZero ? splat<w>(one) : x);
+        return isZero ? splat<w>(static_cast<T>(reciprocalOfZero)) : inverse;
+    });
+    return zeroMet;
+}
+
+// ---- Complex --------------------------------------------------------------------------------------------------------
+
+template <class T, int W>
+struct Planar {
+    Vec<T, W> re, im;
+};
+
+template <class T, int W>
+VEK_INLINE Planar<T, W> loadPlanar(const T* from) {
+    if constexpr (W == 1) {
+        return {from[0], from[1]};
+    } else {
+        constexpr typename MakeInts<W>::type indices;
+        const auto a = held(load<W>(from));
+        const auto b = held(load<W>(from + W));
+        return {pickEven<T>(a, b, indices), pickOdd<T>(a, b, indices)};
+    }
+}
+
+template <class T, int W>
+VEK_INLINE void storePlanar(T* to, Planar<T, W> value) {
+    if constexpr (W == 1) {
+        to[0] = value.re;
+        to[1] = value.im;
+    } else {
+        constexpr typename MakeInts<W>::type indices;
+        store(to, unpackLow<T>(value.re, value.im, indices));
+        store(to + W, unpackHigh<T>(value.re, value.im, indices));
+    }
+}
+
+// dst[i ...] = compute(W values of src from i on).
+template <class T, class Compute>
+VEK_INLINE void mapComplex(const T* src, T* dst, size_t count, Compute compute) {
+    forAll<T, PlanarStep>(
+        dst, count, [=](auto w, size_t i) { return compute(w, loadPlanar<T, w>(src + 2 * i)); },
+        [=](size_t i, auto value) { storePlanar(dst + 2 * i, value); });
+}
+
+template <class T>
+void complexSqr2(const T* src, T* dst, size_t count) {
+    mapComplex(src, dst, count, [](auto w, auto x) {
+        const auto cross = x.re * x.im;
+        return Planar<T, w>{(x.re - x.im) * (x.re + x.im), cross + cross};
+    });
+}
+
+// Elements whose larger part is below lowEnd or not below highBegin are scaled by raise or lower. Then the modulus
+// lies between 2^-59 and 2^61 (2^-474 and 2^385 in double precision), and so do the thresholds that thresholdPart
+// leaves, within 2^+-64 (2^+-512): no quotient or product of two such numbers leaves the range.
+template <class T>
+struct Range;
+template <>
+struct Range<float> {
+    static constexpr float lowEnd = 0x1p-30f, highBegin = 0x1p30f;
+    static constexpr float raise = 0x1p90f, raiseRoot = 0x1p-45f;
+    static constexpr float lower = 0x1p-80f, lowerRoot = 0x1p40f;
+    static constexpr float smallThreshold = 0x1p-64f, largeThreshold = 0x1p64f;
+    static constexpr float ofSmall = 0x1p85f, backToSmall = 0x1p-85f;
+    static constexpr float largest = __FLT_MAX__;
+};
+template <>
+struct Range<double> {
+    static constexpr double lowEnd = 0x1p-240, highBegin = 0x1p240;
+    static constexpr double raise = 0x1p600, raiseRoot = 0x1p-300;
+    static constexpr double lower = 0x1p-640, lowerRoot = 0x1p320;
+    static constexpr double smallThreshold = 0x1p-512, largeThreshold = 0x1p512;
+    static constexpr double ofSmall = 0x1p562, backToSmall = 0x1p-562;
+    static constexpr double largest = __DBL_MAX__;
+};
+
+// threshold = part / scale, scale a power of two.
+template <class T>
+struct ThresholdPart {
+    T part, scale, unscale;
+};
+template <class T>
+VEK_INLINE ThresholdPart<T> thresholdPart(T thresh) {
+    using R = Range<T>;
+    if (thresh < R::smallThreshold) return {thresh * R::ofSmall, R::ofSmall, R::backToSmall};
+    if (thresh > R::largeThreshold) return {thresh * R::smallThreshold, R::smallThreshold, R::largeThreshold};
+    return {thresh, 1, 1};
+}
+
+template <class T, int W>
+struct Scaled {
+    Vec<T, W> re, im;
+    Vec<T, W> scale, rootScale;   // 1 / sqrt(scale)
+    Vec<T, W> square;             // of the scaled modulus; infinite or NaN only where a part is
+};
+
+template <class T, int W>
+VEK_INLINE Scaled<T, W> scaled(Planar<T, W> x) {
+    using R = Range<T>;
+    const auto a = magnitude<T, W>(x.re);
+    const auto b = magnitude<T, W>(x.im);
+    const auto larger = a > b ? a : b;
+    const auto smaller = a > b ? b : a;
+    const auto isLow = larger < splat<W>(R::lowEnd);
+    const auto isHigh = larger >= splat<W>(R::highBegin);
+    const auto one = splat<W>(static_cast<T>(1));
+    Scaled<T, W> s;
+    s.scale = isLow ? splat<W>(R::raise) : (isHigh ? splat<W>(R::lower) : one);
+    s.rootScale = isLow ? splat<W>(R::raiseRoot) : (isHigh ? splat<W>(R::lowerRoot) : one);
+    s.re = x.re * s.scale;
+    s.im = x.im * s.scale;
+    const auto c = larger * s.scale;
+    const auto d = smaller * s.scale;
+    s.square = fma(c, c, d * d);
+    return s;
+}
+
+// The principal root of an element with an infinite or NaN part, as Annex G of the C standard has it.
+template <class T>
+[[gnu::noinline, gnu::cold]] void unusualRoot(T re, T im, T& rootRe, T& rootIm) {
+    const T infinity = static_cast<T>(__builtin_inff());
+    const T nan = re - re + (im - im);
+    if (magnitude<T, 1>(im) == infinity) {
+        rootRe = infinity;
+        rootIm = im;
+    } else if (re == infinity) {
+        rootRe = re;
+        rootIm = im == im ? withSignOf<T, 1>(0, im) : nan;
+    } else if (re == -infinity) {
+        rootRe = im == im ? 0 : nan;
+        rootIm = withSignOf<T, 1>(infinity, im);
+    } else {
+        rootRe = nan;
+        rootIm = nan;
+    }
+}
+
+template <class T, int W>
+[[gnu::noinline, gnu::cold]] void unusualRoots(const Planar<T, W>& x, Planar<T, W>& root) {
+    T re[W], im[W], rootRe[W], rootIm[W];
+    store(re, x.re);
+    store(im, x.im);
+    store(rootRe, root.re);
+    store(rootIm, root.im);
+    for (int k = 0; k < W; ++k)
+        if (!(magnitude<T, 1>(re[k]) <= Range<T>::largest && magnitude<T, 1>(im[k]) <= Range<T>::largest))
+            unusualRoot(re[k], im[k], rootRe[k], rootIm[k]);
+    root.re = load<W>(rootRe);
+    root.im = load<W>(rootIm);
+}
+
+// With r = |x|, the principal root is (t, im / 2t), t = sqrt((|re| + r) / 2), for re >= 0; its parts change places,
+// both signs following im's, for re < 0. Nothing cancels in either.
+template <class T, int W>
+VEK_INLINE Planar<T, W> principalRoot(Planar<T, W> x) {
+    const Vec<T, W> zero = {};
+    const auto one = splat<W>(static_cast<T>(1));
+    const Scaled<T, W> s = scaled(x);
+    const auto usual = s.square <= splat<W>(Range<T>::largest);
+    const auto half = splat<W>(static_cast<T>(0.5));
+    const auto sum = magnitude<T, W>(s.re) + squareRoot(s.square);
+    const auto t = squareRoot((usual ? sum : one) * half) * s.rootScale;
+    const auto twice = t + t;
+    const auto other = magnitude<T, W>(x.im) / (twice == zero ? one : twice);
+    const auto left = x.re < zero;
+    Planar<T, W> root;
+    root.re = left ? other : t;
+    root.im = withSignOf<T, W>(left ? t : other, x.im);
+    if (any<W>(!usual)) [[unlikely]] unusualRoots<T, W>(x, root);
+    return root;
+}
+
+template <class T>
+void complexSqrt2(const T* src, T* dst, size_t count) {
+    mapComplex(src, dst, count, [](auto w, auto x) { return principalRoot<T, w>(x); });
+}
+
+// Where a part is infinite, the point of the unit square's edge that lies in that direction; elsewhere x.
+template <class T, int W>
+[[gnu::noinline, gnu::cold]] Planar<T, W> directionOfInfinite(const Planar<T, W>& x) {
+    const Vec<T, W> zero = {};
+    const auto one = splat<W>(static_cast<T>(1));
+    const auto largest = splat<W>(Range<T>::largest);
+    const auto infiniteRe = magnitude<T, W>(x.re) > largest;
+    const auto infiniteIm = magnitude<T, W>(x.im) > largest;
+    const auto infinite = infiniteRe | infiniteIm;
+    const auto re = withSignOf<T, W>(infiniteRe ? one : zero, x.re);
+    const auto im = withSignOf<T, W>(infiniteIm ? one : zero, x.im);
+    return {infinite ? re : x.re, infinite ? im : x.im};
+}
+
+// x becomes x thresh / |x| where |x| lies on the wrong side of thresh. An element with a NaN part stays.
+template <class T, int W, bool Below>
+VEK_INLINE Planar<T, W> limited(Planar<T, W> x, T thresh, ThresholdPart<T> limit) {
+    const Vec<T, W> zero = {};
+    const auto one = splat<W>(static_cast<T>(1));
+    Scaled<T, W> s = scaled(x);
+    const auto bound = splat<W>(thresh) * s.scale;
+    auto modulus = squareRoot(s.square);
+    const auto replaced = Below ? modulus < bound : modulus > bound;
+    if constexpr (!Below) {
+        if (any<W>(s.square > splat<W>(Range<T>::largest))) [[unlikely]] {
+            s = scaled(directionOfInfinite<T, W>(x));
+            modulus = squareRoot(s.square);
+        }
+    }
+    const auto isZero = modulus == zero;
+    const auto factor = splat<W>(limit.part) / (isZero ? one : modulus);
+    const auto unscale = splat<W>(limit.unscale);
+    // a part that is zero stays so when thresh is infinite
+    const auto re = s.re == zero ? s.re : s.re * factor * unscale;
+    const auto im = s.im == zero ? s.im : s.im * factor * unscale;
+    return {replaced ? (isZero ? splat<W>(thresh) : re) : x.re, replaced ? (isZero ? zero : im) : x.im};
+}
+
+template <class T, bool Below>
+void complexThreshold(const T* src, T* dst, size_t count, T thresh) {
+    const T limit = magnitude<T, 1>(thresh);
+    const ThresholdPart<T> part = thresholdPart(limit);
+    mapComplex(src, dst, count, [=](auto w, auto x) { return limited<T, w, Below>(x, limit, part); });
+}
+
+// 1 / x where |x| exceeds thresh; elsewhere a number of modulus 1 / thresh with the phase of 1 / x.
+template <class T, int W>
+VEK_INLINE Planar<T, W> limitedInverse(Planar<T, W> x, T thresh, ThresholdPart<T> limit, T inverseOfZero,
+                                       bool& zeroMet) {
+    const Vec<T, W> zero = {};
+    const auto one = splat<W>(static_cast<T>(1));
+    Scaled<T, W> s = scaled(x);
+    auto divisor = s.square;
+    auto scale = s.scale;
+    if (any<W>(s.square > splat<W>(Range<T>::largest))) [[unlikely]] {
+        const auto infinite = s.square > splat<W>(Range<T>::largest);
+        const Planar<T, W> direction = directionOfInfinite<T, W>(x);
+        s.re = infinite ? direction.re : s.re;
+        s.im = infinite ? direction.im : s.im;
+    }
+    if (limit.part != 0) {
+        const auto modulus = squareRoot(s.square);
+        const auto exceeds = modulus > splat<W>(thresh) * s.scale;
+        divisor = exceeds ? s.square : modulus * splat<W>(limit.part);
+        scale = exceeds ? s.scale : splat<W>(limit.scale);
+    }
+    const auto isZero = s.square == zero;
+    zeroMet |= any<W>(isZero);
+    const auto factor = one / (isZero ? one : divisor);
+    return {isZero ? splat<W>(inverseOfZero) : s.re * factor * scale,
+            isZero ? zero : negated<T, W>(s.im * factor * scale)};
+}
+
+template <class T>
+bool complexInvThresh2(const T* src, T* dst, size_t count, T thresh) {
+    const ThresholdPart<T> limit = thresholdPart(thresh);
+    const bool plain = thresh == 0;
+    const T inverseOfZero = plain ? static_cast<T>(reciprocalOfZero) : 1 / thresh;
+    bool zeroMet = false;
+    mapComplex(src, dst, count, [=, &zeroMet](auto w, auto x) {
+        return limitedInverse<T, w>(x, thresh, limit, inverseOfZero, zeroMet);
+    });
+    return plain && zeroMet;
+}
+
+template <class T>
+constexpr kernels::VecOf<T> entries = {sqr2<T>,
+                                       sqrt2<T>,
+                                       abs2<T>,
+                                       threshold<T, true>,
+                                       threshold<T, false>,
+                                       invThresh2<T>,
+                                       complexSqr2<T>,
+                                       complexSqrt2<T>,
+                                       complexThreshold<T, true>,
+                                       complexThreshold<T, false>,
+                                       complexInvThresh2<T>};
+
+}   // namespace
+
+extern const kernels::VecTable vec;
+const kernels::VecTable vec = {entries<float>, entries<double>};
+
+}   // namespace vek::VEK_LEVEL

@@ -1,0 +1,152 @@
+#include "heap.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+
+#include "vekm6.h"
+
+#if defined(_WIN32) && defined(VEK_TEST_DLL)
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#endif
+
+namespace test::heap {
+
+namespace {
+
+struct Plan {
+    long failFrom;
+    long failTo;   // exclusive
+    std::size_t largest;
+    long requests;
+    long failures;
+};
+constexpr Plan never = {-1, -1, static_cast<std::size_t>(-1), 0, 0};
+thread_local Plan plan = never;
+std::atomic<long> balance{0};
+
+[[maybe_unused]] bool refuses(std::size_t bytes) {
+    const long n = plan.requests++;
+    const bool refused = (n >= plan.failFrom && n < plan.failTo) || bytes > plan.largest;
+    if (refused) ++plan.failures;
+    return refused;
+}
+
+[[maybe_unused]] void* counted(void* block) {
+    if (block != nullptr) ++balance;
+    return block;
+}
+
+}   // namespace
+
+void failAt(long n, bool onwards) { plan = {n, onwards ? 0x7fffffffL : n + 1, static_cast<std::size_t>(-1), 0, 0}; }
+void failAbove(std::size_t bytes) { plan = {-1, -1, bytes, 0, 0}; }
+void failNone() { plan = never; }
+long requests() { return plan.requests; }
+long failures() { return plan.failures; }
+
+#ifndef _WIN32
+
+extern "C" {
+void* __real_malloc(std::size_t bytes);
+void* __real_calloc(std::size_t count, std::size_t bytes);
+void __real_free(void* block);
+void* __wrap_malloc(std::size_t bytes);
+void* __wrap_calloc(std::size_t count, std::size_t bytes);
+void __wrap_free(void* block);
+
+void* __wrap_malloc(std::size_t bytes) { return refuses(bytes) ? nullptr : counted(__real_malloc(bytes)); }
+void* __wrap_calloc(std::size_t count, std::size_t bytes) {
+    return refuses(count * bytes) ? nullptr : counted(__real_calloc(count, bytes));
+}
+void __wrap_free(void* block) {
+    if (block != nullptr) --balance;
+    __real_free(block);
+}
+}
+
+bool available() { return true; }
+long outstanding() { return balance; }
+
+#elif defined(VEK_TEST_DLL)
+
+namespace {
+
+void* (*realMalloc)(std::size_t);
+void* (*realCalloc)(std::size_t, std::size_t);
+void (*realFree)(void*);
+HLOCAL(WINAPI* realLocalAlloc)(UINT, SIZE_T);
+HLOCAL(WINAPI* realLocalFree)(HLOCAL);
+
+void* watchedMalloc(std::size_t bytes) { return refuses(bytes) ? nullptr : counted(realMalloc(bytes)); }
+void* watchedCalloc(std::size_t count, std::size_t bytes) {
+    return refuses(count * bytes) ? nullptr : counted(realCalloc(count, bytes));
+}
+void watchedFree(void* block) {
+    if (block != nullptr) --balance;
+    realFree(block);
+}
+HLOCAL WINAPI watchedLocalAlloc(UINT flags, SIZE_T bytes) {
+    return refuses(bytes) ? nullptr : counted(realLocalAlloc(flags, bytes));
+}
+HLOCAL WINAPI watchedLocalFree(HLOCAL block) {
+    if (block != nullptr) --balance;
+    return realLocalFree(block);
+}
+
+// Routes one import of the DLL elsewhere; true when it imports the name.
+bool reroute(const char* name, void* to, void** real) {
+    auto* base = reinterpret_cast<unsigned char*>(GetModuleHandleA("vekm6.dll"));
+    if (base == nullptr) return false;
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const auto& directory = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    bool found = false;
+    for (auto* module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress); module->Name != 0;
+         ++module) {
+        auto* names = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
+        auto* slots = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->FirstThunk);
+        for (; names->u1.AddressOfData != 0; ++names, ++slots) {
+            if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
+            const auto* byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+            if (std::strcmp(reinterpret_cast<const char*>(byName->Name), name) != 0) continue;
+            DWORD old = 0;
+            VirtualProtect(&slots->u1.Function, sizeof slots->u1.Function, PAGE_READWRITE, &old);
+            std::memcpy(real, &slots->u1.Function, sizeof(void*));
+            std::memcpy(&slots->u1.Function, &to, sizeof(void*));
+            VirtualProtect(&slots->u1.Function, sizeof slots->u1.Function, old, &old);
+            found = true;
+        }
+    }
+    return found;
+}
+
+template <class Function>
+bool reroute(const char* name, Function* to, Function** real) {
+    return reroute(name, reinterpret_cast<void*>(to), reinterpret_cast<void**>(real));
+}
+
+bool rerouteAll() {
+    reroute("calloc", watchedCalloc, &realCalloc);
+    return reroute("malloc", watchedMalloc, &realMalloc) && reroute("free", watchedFree, &realFree) &&
+           reroute("LocalAlloc", watchedLocalAlloc, &realLocalAlloc) &&
+           reroute("LocalFree", watchedLocalFree, &realLocalFree);
+}
+
+}   // namespace
+
+bool available() {
+    static const bool rerouted = rerouteAll();
+    return rerouted;
+}
+long outstanding() { return balance; }
+
+#else
+
+bool available() { return false; }
+long outstanding() { return 0; }
+
+#endif
+
+}   // namespace test::heap

@@ -1,0 +1,44 @@
+// The test program's entry: child processes, the seed, then GoogleTest.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "data.h"
+#include "os.h"
+
+namespace test {
+
+std::string selfPath;
+std::uint64_t seed = 20240817;
+
+namespace {
+
+std::map<std::string, Child>& children() {
+    static std::map<std::string, Child> known;
+    return known;
+}
+
+}   // namespace
+
+RegisterChild::RegisterChild(const char* name, Child child) { children()[name] = child; }
+
+int runChild(const std::vector<std::string>& arguments) {
+    const auto found = arguments.empty() ? children().end() : children().find(arguments[0]);
+    return found == children().end() ? 126 : found->second(arguments);
+}
+
+}   // namespace test
+
+int main(int argc, char** argv) {
+    test::selfPath = argv[0];
+    if (argc > 1 && std::strcmp(argv[1], "--child") == 0)
+        return test::runChild(std::vector<std::string>(argv + 2, argv + argc));
+    testing::InitGoogleTest(&argc, argv);
+    for (int i = 1; i < argc; ++i)
+        if (std::strncmp(argv[i], "--seed=", 7) == 0) test::seed = std::strtoull(argv[i] + 7, nullptr, 10);
+    std::printf("Test data: --seed=%llu\n", static_cast<unsigned long long>(test::seed));
+    return RUN_ALL_TESTS();
+}

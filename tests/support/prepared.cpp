@@ -1,0 +1,128 @@
+#include "prepared.h"
+
+#include <cmath>
+#include <memory>
+
+#include "data.h"
+
+namespace test {
+
+namespace {
+
+// Mappings are costly; every thread keeps a few of each size.
+Guarded& slot(std::size_t index, std::size_t bytes) {
+    thread_local std::vector<std::unique_ptr<Guarded>> kept[2];
+    constexpr std::size_t small = 1 << 16;
+    const bool large = bytes > small;
+    auto& slots = kept[large];
+    if (slots.size() <= index) slots.resize(index + 1);
+    thread_local std::size_t largest[8] = {};
+    if (slots[index] == nullptr || (large && largest[index] < bytes)) {
+        slots[index] = std::make_unique<Guarded>(large ? bytes : small);
+        if (large) largest[index] = bytes;
+    }
+    return *slots[index];
+}
+
+template <class T>
+void fillWith(unsigned char* bytes, std::size_t count, Data& data) {
+    for (std::size_t i = 0; i < count; ++i) {
+        T value;
+        if constexpr (std::is_integral_v<T>)
+            value = static_cast<T>(data.bits());
+        else
+            value = static_cast<T>(static_cast<float>(data.uniform(0.25, 1)));
+        std::memcpy(bytes + i * sizeof(T), &value, sizeof value);
+    }
+}
+
+}   // namespace
+
+Prepared::Prepared(const Row& of, int size, const std::vector<Place>& places) : cells(of.plainCells(size)), row(of) {
+    Data data(static_cast<std::uint64_t>(size) + 77);
+    for (std::size_t i = 0; i < row.arguments.size(); ++i) {
+        const Argument& argument = row.arguments[i];
+        if (!argument.isBuffer()) continue;
+        const std::size_t bytes = row.elements(argument, size) * argument.type.bytes;
+        const Place place = i < places.size() ? places[i] : Place{};
+        Guarded& memory = slot(buffers.size(), bytes + 1024);
+        auto* start = static_cast<unsigned char*>(place.where == Place::front  ? memory.place(bytes, Edge::front)
+                                                  : place.where == Place::back ? memory.place(bytes, Edge::back)
+                                                                               : memory.placeAt(bytes, 256 + place.bytes));
+        if (argument.role != Role::out) {
+            const char real = argument.type.real;
+            if (real == 'f') fillWith<float>(start, bytes / 4, data);
+            if (real == 'd') fillWith<double>(start, bytes / 8, data);
+            if (real == 'w') fillWith<std::int16_t>(start, bytes / 2, data);
+            if (real == 'i') fillWith<std::int32_t>(start, bytes / 4, data);
+        }
+        cells[i].set<void*>(start);
+        buffers.push_back({i, bytes, &memory});
+    }
+    outputsBefore = outputs();
+    for (std::size_t i = 0; i < buffers.size(); ++i) inputsBefore.push_back(held(false, i));
+}
+
+std::vector<unsigned char> Prepared::held(bool outputsWanted, std::size_t index) const {
+    const Buffer& buffer = buffers[index];
+    const bool isOutput = row.arguments[buffer.argument].role != Role::in;
+    if (isOutput != outputsWanted) return {};
+    const unsigned char* start = buffer.memory->data();
+    return {start, start + buffer.size};
+}
+
+std::vector<unsigned char> Prepared::outputs() const {
+    std::vector<unsigned char> all;
+    for (std::size_t i = 0; i < buffers.size(); ++i) {
+        const auto one = held(true, i);
+        all.insert(all.end(), one.begin(), one.end());
+    }
+    return all;
+}
+
+std::string Prepared::damage() const {
+    std::string found;
+    for (std::size_t i = 0; i < buffers.size(); ++i) {
+        const std::string& name = row.arguments[buffers[i].argument].name;
+        const std::string around = buffers[i].memory->damage();
+        if (!around.empty()) found += name + ": " + around + "\n";
+        if (held(false, i) != inputsBefore[i]) found += name + ": input written\n";
+    }
+    return found;
+}
+
+namespace {
+
+template <class T>
+std::string apart(const std::vector<unsigned char>& got, const std::vector<unsigned char>& wanted) {
+    const std::size_t n = got.size() / sizeof(T);
+    std::vector<T> a(n);
+    std::vector<T> b(n);
+    std::memcpy(a.data(), got.data(), n * sizeof(T));
+    std::memcpy(b.data(), wanted.data(), n * sizeof(T));
+    double largest = 0;
+    for (const T value : b) largest = std::max(largest, std::fabs(static_cast<double>(value)));
+    const double bound = 8 * static_cast<double>(std::numeric_limits<T>::epsilon()) * largest;
+    for (std::size_t i = 0; i < n; ++i)
+        if (!(std::fabs(static_cast<double>(a[i]) - static_cast<double>(b[i])) <= bound))
+            return "real " + std::to_string(i) + " is " + std::to_string(a[i]) + ", wanted " + std::to_string(b[i]);
+    return {};
+}
+
+}   // namespace
+
+std::string difference(const Row& row, const std::vector<unsigned char>& got,
+                       const std::vector<unsigned char>& wanted) {
+    if (got == wanted) return {};
+    if (got.size() != wanted.size()) return "sizes differ";
+    const auto& arguments = row.arguments;
+    for (const Argument& argument : arguments) {
+        if (!argument.isBuffer()) continue;
+        // Canaries that an output keeps make floats of their own; they are equal on both sides.
+        if (argument.type.real == 'f') return apart<float>(got, wanted);
+        if (argument.type.real == 'd') return apart<double>(got, wanted);
+    }
+    return "bytes differ";
+}
+
+}   // namespace test

@@ -1,0 +1,98 @@
+// Every export's buffers flush against unreadable pages and at every offset within a cache line: nothing outside is
+// read or written, and the results do not depend on where the buffers lie.
+#include <gtest/gtest.h>
+
+#include "support/levels.h"
+#include "support/prepared.h"
+#include "support/reports.h"
+
+namespace {
+
+using namespace test;
+
+std::vector<int> guardSizes(const Row& row) {
+    std::vector<int> sizes;
+    if (row.takesOrder()) {
+        for (int order = 0; order <= 7; ++order) sizes.push_back(order);
+        sizes.insert(sizes.end(), {9, 10, 12, 15});
+    } else {
+        for (int n = 1; n <= 67; ++n) sizes.push_back(n);
+        sizes.insert(sizes.end(), {127, 128, 129, 257, 1000, 4099});
+    }
+    return sizes;
+}
+
+std::vector<int> offsetSizes(const Row& row) {
+    if (row.takesOrder()) return {0, 1, 2, 3, 4, 5, 6, 8};
+    return {1, 7, 16, 33, 67, 300};
+}
+
+class Placement : public AtLevel {
+protected:
+    Reports reports;
+
+    // The result of a call must be that of the same call on buffers that start on a cache line.
+    void expectSame(const Row& tested, int size, const std::vector<Place>& places, const std::string& where) {
+        const Prepared roomy(tested, size);
+        roomy.call();
+        const std::vector<unsigned char> wanted = roomy.outputs();
+        const Prepared prepared(tested, size, places);
+        prepared.call();
+        ++compared;
+        ASSERT_EQ(prepared.damage(), "") << tested.name() << " " << where;
+        ASSERT_EQ(difference(tested, prepared.outputs(), wanted), "") << tested.name() << " " << where;
+        ASSERT_EQ(reports.text(), "") << tested.name() << " " << where;
+    }
+    int compared = 0;
+};
+
+TEST_P(Placement, FlushAgainstUnreadablePages) {
+    for (const Row& tested : rows()) {
+        if (!tested.hasBuffers()) continue;
+        for (const int size : guardSizes(tested)) {
+            for (const auto edge : {Place::front, Place::back}) {
+                const std::vector<Place> places(tested.arguments.size(), Place{edge, 0});
+                expectSame(tested, size, places, (edge == Place::front ? "front, size " : "back, size ") +
+                                                     std::to_string(size));
+                if (HasFatalFailure()) break;
+            }
+        }
+    }
+    EXPECT_GT(compared, 5000);
+}
+
+TEST_P(Placement, AnyOffset) {
+    for (const Row& tested : rows()) {
+        if (!tested.hasBuffers()) continue;
+        for (const int size : offsetSizes(tested)) {
+            // Each buffer alone, then all of them.
+            for (std::size_t moved = 0; moved <= tested.arguments.size(); ++moved) {
+                const bool all = moved == tested.arguments.size();
+                if (!all && !tested.arguments[moved].isBuffer()) continue;
+                for (std::size_t step = 1; step < 16; ++step) {
+                    std::vector<Place> places(tested.arguments.size());
+                    bool within = false;
+                    for (std::size_t i = 0; i < places.size(); ++i) {
+                        if (!tested.arguments[i].isBuffer() || !(all || i == moved)) continue;
+                        // Complex elements need the alignment of their parts only.
+                        const char real = tested.arguments[i].type.real;
+                        const std::size_t unit = real == 'd' ? 8 : real == 'w' ? 2 : 4;
+                        const std::size_t bytes = step * unit * (unit == 2 ? 2 : 1) - (unit == 2 ? step & 1 : 0) * 2;
+                        if (bytes >= 64) continue;
+                        places[i].bytes = bytes;
+                        within = true;
+                    }
+                    if (!within) continue;
+                    expectSame(tested, size, places, "buffer " + std::to_string(moved) + " step " +
+                                                         std::to_string(step) + " size " + std::to_string(size));
+                    if (HasFatalFailure()) return;
+                }
+            }
+        }
+    }
+    EXPECT_GT(compared, 5000);
+}
+
+VEK_AT_ALL_LEVELS(Placement);
+
+}   // namespace
