@@ -1,0 +1,25 @@
+# Flags that every object of the library shares, kernels included. No -ffast-math, no flags from the outside that name
+# a processor: the levels alone decide which instructions are used.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(VEK_WARNINGS -Wall -Wextra -Werror)
+
+set(VEK_FLAGS -fno-exceptions -fno-rtti -fvisibility=hidden -ffp-contract=off
+              -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+if(WIN32)
+  # SSE arithmetic, so that results match the other targets; and callers keep the stack 4-byte aligned only.
+  list(APPEND VEK_FLAGS -msse2 -mfpmath=sse -mincoming-stack-boundary=2 -mstackrealign)
+endif()
+if(VEKM6_SANITIZE)
+  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer -g)
+  add_link_options(-fsanitize=${VEKM6_SANITIZE})
+endif()
+
+function(vek_compile target)
+  target_compile_options(${target} PRIVATE ${VEK_FLAGS} ${VEK_WARNINGS} ${ARGN})
+  target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/_SRC)
+endfunction()
