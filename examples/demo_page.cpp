@@ -155,7 +155,8 @@ std::string Chart::finish() const { return text + "</svg>\n"; }
 std::string page(const std::string& title, const std::string& body) {
     constexpr const char* style = R"(
 :root { color-scheme: light; }
-body { margin: 0; background: #fff; color: #1d2127; font: 14px/1.5 "Helvetica Neue", Arial, "Liberation Sans", sans-serif;
+body { margin: 0; background: #fff; color: #1d2127; 
+  font: 14px/1.5 "Helvetica Neue", Arial, "Liberation Sans", sans-serif;
   font-variant-numeric: tabular-nums; }
 main { max-width: 990px; margin: 0 auto; padding: 36px 28px 48px; }
 h1 { margin: 0; font-size: 24px; font-weight: 600; }

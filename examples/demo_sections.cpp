@@ -165,8 +165,8 @@ std::string partials(const Recording& recording, const Analysis& analysis) {
     std::size_t columns = 1;
     for (const Second& second : analysis.seconds) columns = std::max(columns, second.partials.size());
     std::string text =
-        "<p class=\"note\">Peaks of the mean power spectrum of each second, the strongest (1) first, within 60 dB of it. "
-        "Frequency and level come from a parabola through the three bins around the peak.</p>\n"
+        "<p class=\"note\">Peaks of the mean power spectrum of each second, the strongest (1) first, within 60 dB "
+        "of it. Frequency and level come from a parabola through the three bins around the peak.</p>\n"
         "<div class=\"rows\"><table>\n<thead>\n<tr class=\"over\"><th colspan=\"2\">time</th><th>all</th>";
     for (std::size_t i = 0; i < columns; ++i) text += print("<th class=\"first\" colspan=\"2\">%zu</th>", i + 1);
     text += "</tr>\n<tr><th>from s</th><th>to s</th><th>dBFS</th>";
@@ -210,7 +210,8 @@ struct Fact {
 
 std::string factTable(const char* title, const std::vector<Fact>& facts) {
     std::string text = print("<section><h3>%s</h3><table>\n", title);
-    for (const Fact& fact : facts) text += std::string("<tr><td>") + fact.label + "</td><td>" + fact.value + "</td></tr>\n";
+    for (const Fact& fact : facts)
+        text += std::string("<tr><td>") + fact.label + "</td><td>" + fact.value + "</td></tr>\n";
     return text + "</table></section>\n";
 }
 
@@ -253,7 +254,8 @@ std::string facts(const Recording& recording, const Analysis& analysis) {
 }   // namespace
 
 std::string report(const Recording& recording, const Analysis& analysis) {
-    std::string body = "<h1>" + escaped(recording.title) + "</h1>\n<p class=\"lead\">Short-time spectra of a recording</p>\n";
+    std::string body = "<h1>" + escaped(recording.title) + "</h1>\n";
+    body += "<p class=\"lead\">Short-time spectra of a recording</p>\n";
     body += facts(recording, analysis);
     for (const Section& section : sections)
         body += print("<h2>%s</h2>\n", section.title) + section.render(recording, analysis);

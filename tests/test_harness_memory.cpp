@@ -1,5 +1,5 @@
 // Every export's buffers flush against unreadable pages and at every offset within a cache line: nothing outside is
-// read or written, and the results do not depend on where the buffers lie.
+// read or written, and the results have the same bits wherever the buffers lie.
 #include <gtest/gtest.h>
 
 #include "support/levels.h"
@@ -40,7 +40,7 @@ protected:
         prepared.call();
         ++compared;
         ASSERT_EQ(prepared.damage(), "") << tested.name() << " " << where;
-        ASSERT_EQ(difference(tested, prepared.outputs(), wanted), "") << tested.name() << " " << where;
+        ASSERT_TRUE(prepared.outputs() == wanted) << tested.name() << " " << where;
         ASSERT_EQ(reports.text(), "") << tested.name() << " " << where;
     }
     int compared = 0;
@@ -54,7 +54,7 @@ TEST_P(Placement, FlushAgainstUnreadablePages) {
                 const std::vector<Place> places(tested.arguments.size(), Place{edge, 0});
                 expectSame(tested, size, places, (edge == Place::front ? "front, size " : "back, size ") +
                                                      std::to_string(size));
-                if (HasFatalFailure()) break;
+                if (HasFatalFailure()) return;
             }
         }
     }
@@ -69,7 +69,7 @@ TEST_P(Placement, AnyOffset) {
             for (std::size_t moved = 0; moved <= tested.arguments.size(); ++moved) {
                 const bool all = moved == tested.arguments.size();
                 if (!all && !tested.arguments[moved].isBuffer()) continue;
-                for (std::size_t step = 1; step < 16; ++step) {
+                for (std::size_t step = 1; step < 32; ++step) {
                     std::vector<Place> places(tested.arguments.size());
                     bool within = false;
                     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -77,7 +77,7 @@ TEST_P(Placement, AnyOffset) {
                         // Complex elements need the alignment of their parts only.
                         const char real = tested.arguments[i].type.real;
                         const std::size_t unit = real == 'd' ? 8 : real == 'w' ? 2 : 4;
-                        const std::size_t bytes = step * unit * (unit == 2 ? 2 : 1) - (unit == 2 ? step & 1 : 0) * 2;
+                        const std::size_t bytes = step * unit;
                         if (bytes >= 64) continue;
                         places[i].bytes = bytes;
                         within = true;

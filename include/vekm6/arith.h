@@ -5,9 +5,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // Initialisation and arithmetic. For 0 <= i < n:
 //   Formula:   dst[i] becomes
@@ -134,8 +132,6 @@ VekDCplx VEKAPI vekzDiv(VekDCplx a, VekDCplx b);
 VekDCplx VEKAPI vekzConj(VekDCplx a);
 VekDCplx VEKAPI vekzSet(double re, double im);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

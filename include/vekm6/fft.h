@@ -29,9 +29,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // Complex transforms. Fft works in place on pairs, rFft in place on separate real and imaginary parts; the
 // Nip forms leave their input as it is and write to separate output.
@@ -155,8 +153,6 @@ void VEKAPI vekdMpyRCPack3(const double* srcA, const double* srcB, double* dst, 
 void VEKAPI vekdMpyRCPerm2(const double* src, double* dst, int order);
 void VEKAPI vekdMpyRCPerm3(const double* srcA, const double* srcB, double* dst, int order);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

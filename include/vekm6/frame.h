@@ -9,9 +9,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // A report handler.
 //   Arguments: status of the report; name of the reporting operation; message, for a failed check the
@@ -107,8 +105,6 @@ VekStatus VEKAPI vekNulDevReport(VekStatus status, const char* name, const char*
 VekStatus VEKAPI vekGuiBoxReport(VekStatus status, const char* name, const char* message, const char* file,
                                  int line);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

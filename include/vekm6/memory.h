@@ -4,9 +4,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // Aligned memory for count elements (vekMalloc: bytes), not cleared.
 //   Arguments: count, 0 <= count < 2^32. Element sizes: s, i, v 4 bytes; d, c, j 8 bytes; w 2 bytes;
@@ -49,8 +47,6 @@ typedef struct VekLibVersion {
 //   Returns:   the same constant record on every call; never null, not to be changed or freed.
 const VekLibVersion* VEKAPI vekGetLibVersion(void);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

@@ -6,9 +6,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // Reverses the low bits of one value.
 //   Formula:   rev(value); bits from `order` on are dropped, so order 0 gives 0.
@@ -58,8 +56,6 @@ void VEKAPI vekwbBitRev2(const int16_t* src, int16_t* dst, int order);
 void VEKAPI vekvbBitRev1(VekWCplx* vec, int order);
 void VEKAPI vekvbBitRev2(const VekWCplx* src, VekWCplx* dst, int order);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

@@ -4,9 +4,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // Twiddle tables: Calc fills the caller's, Get hands out one that the calling thread keeps, built on first
 // request.
@@ -45,8 +43,6 @@ void VEKAPI vekcFreeTwdTbls(void);
 void VEKAPI vekzFreeTwdTbls(void);
 void VEKAPI vekvFreeTwdTbls(void);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

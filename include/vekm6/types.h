@@ -13,6 +13,22 @@
 #define VEKAPI
 #endif
 
+// Around the declarations: C linkage, and seen outside a library that hides its other names.
+#if defined(__GNUC__) && !defined(_WIN32)
+#define VEK_VISIBLE_BEGIN _Pragma("GCC visibility push(default)")
+#define VEK_VISIBLE_END _Pragma("GCC visibility pop")
+#else
+#define VEK_VISIBLE_BEGIN
+#define VEK_VISIBLE_END
+#endif
+#ifdef __cplusplus
+#define VEK_DECLARATIONS_BEGIN VEK_VISIBLE_BEGIN extern "C" {
+#define VEK_DECLARATIONS_END } VEK_VISIBLE_END
+#else
+#define VEK_DECLARATIONS_BEGIN VEK_VISIBLE_BEGIN
+#define VEK_DECLARATIONS_END VEK_VISIBLE_END
+#endif
+
 // Complex elements, real part first. The letters are those of the operations' names; the real elements are
 // s float, d double, w int16_t and i int32_t.
 typedef struct VekCplx {   // c

@@ -13,9 +13,7 @@
 
 #include "vekm6/types.h"
 
-#ifdef __cplusplus
-extern "C" {
-#endif
+VEK_DECLARATIONS_BEGIN
 
 // Squares.
 //   Formula:   real     x * x
@@ -104,8 +102,6 @@ VekStatus VEKAPI veksbAbs2(const float* src, float* dst, int len);
 VekStatus VEKAPI vekdbAbs1(double* vec, int len);
 VekStatus VEKAPI vekdbAbs2(const double* src, double* dst, int len);
 
-#ifdef __cplusplus
-}
-#endif
+VEK_DECLARATIONS_END
 
 #endif

@@ -21,13 +21,15 @@ struct Plan {
     std::size_t largest;
     long requests;
     long failures;
+    std::size_t lastBytes;
 };
-constexpr Plan never = {-1, -1, static_cast<std::size_t>(-1), 0, 0};
+constexpr Plan never = {-1, -1, static_cast<std::size_t>(-1), 0, 0, 0};
 thread_local Plan plan = never;
 std::atomic<long> balance{0};
 
 [[maybe_unused]] bool refuses(std::size_t bytes) {
     const long n = plan.requests++;
+    plan.lastBytes = bytes;
     const bool refused = (n >= plan.failFrom && n < plan.failTo) || bytes > plan.largest;
     if (refused) ++plan.failures;
     return refused;
@@ -40,11 +42,12 @@ std::atomic<long> balance{0};
 
 }   // namespace
 
-void failAt(long n, bool onwards) { plan = {n, onwards ? 0x7fffffffL : n + 1, static_cast<std::size_t>(-1), 0, 0}; }
-void failAbove(std::size_t bytes) { plan = {-1, -1, bytes, 0, 0}; }
+void failAt(long n, bool onwards) { plan = {n, onwards ? 0x7fffffffL : n + 1, static_cast<std::size_t>(-1), 0, 0, 0}; }
+void failAbove(std::size_t bytes) { plan = {-1, -1, bytes, 0, 0, 0}; }
 void failNone() { plan = never; }
 long requests() { return plan.requests; }
 long failures() { return plan.failures; }
+std::size_t lastBytes() { return plan.lastBytes; }
 
 #ifndef _WIN32
 

@@ -16,6 +16,7 @@ void failAbove(std::size_t bytes);
 void failNone();
 long requests();   // since the last of the calls above, by the calling thread
 long failures();
+std::size_t lastBytes();   // of the last request
 
 // Blocks that the whole process holds, from an arbitrary origin.
 long outstanding();

@@ -1,6 +1,5 @@
 #include "prepared.h"
 
-#include <cmath>
 #include <memory>
 
 #include "data.h"
@@ -89,40 +88,6 @@ std::string Prepared::damage() const {
         if (held(false, i) != inputsBefore[i]) found += name + ": input written\n";
     }
     return found;
-}
-
-namespace {
-
-template <class T>
-std::string apart(const std::vector<unsigned char>& got, const std::vector<unsigned char>& wanted) {
-    const std::size_t n = got.size() / sizeof(T);
-    std::vector<T> a(n);
-    std::vector<T> b(n);
-    std::memcpy(a.data(), got.data(), n * sizeof(T));
-    std::memcpy(b.data(), wanted.data(), n * sizeof(T));
-    double largest = 0;
-    for (const T value : b) largest = std::max(largest, std::fabs(static_cast<double>(value)));
-    const double bound = 8 * static_cast<double>(std::numeric_limits<T>::epsilon()) * largest;
-    for (std::size_t i = 0; i < n; ++i)
-        if (!(std::fabs(static_cast<double>(a[i]) - static_cast<double>(b[i])) <= bound))
-            return "real " + std::to_string(i) + " is " + std::to_string(a[i]) + ", wanted " + std::to_string(b[i]);
-    return {};
-}
-
-}   // namespace
-
-std::string difference(const Row& row, const std::vector<unsigned char>& got,
-                       const std::vector<unsigned char>& wanted) {
-    if (got == wanted) return {};
-    if (got.size() != wanted.size()) return "sizes differ";
-    const auto& arguments = row.arguments;
-    for (const Argument& argument : arguments) {
-        if (!argument.isBuffer()) continue;
-        // Canaries that an output keeps make floats of their own; they are equal on both sides.
-        if (argument.type.real == 'f') return apart<float>(got, wanted);
-        if (argument.type.real == 'd') return apart<double>(got, wanted);
-    }
-    return "bytes differ";
 }
 
 }   // namespace test

@@ -45,8 +45,4 @@ private:
     std::vector<unsigned char> held(bool outputsWanted, std::size_t index) const;
 };
 
-// Compares outputs of two calls of a row: the same bits, or, where arithmetic may be ordered and fused differently,
-// within a few units in the last place of the largest element. Empty: they agree.
-std::string difference(const Row& row, const std::vector<unsigned char>& got, const std::vector<unsigned char>& wanted);
-
 }   // namespace test

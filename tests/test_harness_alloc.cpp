@@ -1,0 +1,166 @@
+// Every export that builds tables, with requests for memory failing at each point, once and from then on; and every
+// export, once its tables stand, without any request.
+#include <gtest/gtest.h>
+
+#include "support/heap.h"
+#include "support/prepared.h"
+#include "support/reports.h"
+
+namespace {
+
+using namespace test;
+
+bool buildsTables(const Row& row) { return !row.noMemory.empty(); }
+
+void releaseTables() {
+    vekcFreeTwdTbls();
+    vekzFreeTwdTbls();
+    vekvFreeTwdTbls();
+    vekFreeBitRevTbls();
+}
+
+std::string noMemoryReports(const Row& of) {
+    if (of.inner.empty()) return reportLine(VEK_StsNoMemory, of.name(), of.noMemory, of.module);
+    // Each of both signals asks for its tables.
+    const std::string one = noMemoryReports(row(of.inner));
+    return one + one + reportLine(VEK_StsBacktrace, of.name(), "out " + of.inner, of.module);
+}
+
+class Memory : public testing::TestWithParam<std::string> {
+protected:
+    void SetUp() override {
+        if (!heap::available()) GTEST_SKIP() << "requests for memory cannot be watched here";
+    }
+    void TearDown() override {
+        heap::failNone();
+        releaseTables();
+    }
+    const Row& tested = row(GetParam());
+    Reports reports;
+    heap::Restore restore;
+};
+
+TEST_P(Memory, FailingAtEachRequest) {
+    long requestsSeen = 0;
+    for (const int size : {1, 2, 3, 5, 10, 13}) {
+        releaseTables();
+        const long before = heap::outstanding();
+        const Prepared whole(tested, size);
+        heap::failNone();
+        whole.call();
+        const long requests = heap::requests();
+        const std::vector<unsigned char> wanted = whole.outputs();
+        releaseTables();
+        ASSERT_EQ(heap::outstanding(), before) << "size " << size;
+        requestsSeen += requests;
+
+        for (long n = 0; n < requests; ++n) {
+            for (const bool onwards : {false, true}) {
+                const std::string what = "size " + std::to_string(size) + ", request " + std::to_string(n) +
+                                         (onwards ? " and on" : "") + " fails";
+                reports.clear();
+                const Prepared prepared(tested, size);
+                heap::failAt(n, onwards);
+                const Cell result = prepared.call();
+                EXPECT_GT(heap::failures(), 0) << what;
+                heap::failNone();
+                const bool madeGood = tested.retriesMemory && !onwards;
+                if (madeGood) {
+                    EXPECT_EQ(reports.text(), "") << what;
+                    EXPECT_TRUE(prepared.outputs() == wanted) << what;
+                } else {
+                    EXPECT_EQ(reports.text(), noMemoryReports(tested)) << what;
+                    EXPECT_EQ(vekGetErrStatus(), VEK_StsNoMemory) << what;
+                    EXPECT_TRUE(prepared.outputs() == prepared.before()) << what << ": outputs touched";
+                    const Cell failure = tested.expectedFailure(VEK_StsNoMemory);
+                    EXPECT_EQ(std::memcmp(result.bytes, failure.bytes, sizeof result.bytes), 0) << what;
+                }
+                EXPECT_EQ(prepared.damage(), "") << what;
+
+                reports.clear();
+                const Prepared next(tested, size);
+                next.call();
+                EXPECT_EQ(reports.text(), "") << what << ": next call";
+                EXPECT_TRUE(next.outputs() == wanted) << what << ": next call";
+                releaseTables();
+                EXPECT_EQ(heap::outstanding(), before) << what << ": blocks leaked";
+            }
+        }
+    }
+    EXPECT_GT(requestsSeen, 0);
+}
+
+// Without memory for the largest orders there is a report, quickly, and the thread goes on.
+TEST_P(Memory, LargestOrders) {
+    if (!tested.takesOrder()) return;
+    constexpr std::size_t available = 64 << 20;
+    for (const int order : {28, 29, 30, 31}) {
+        releaseTables();
+        reports.clear();
+        const long before = heap::outstanding();
+        Prepared prepared(tested, 3);
+        prepared.cells[static_cast<std::size_t>(tested.sizeArgument())].set(order);
+        for (std::size_t i = 0; i < tested.arguments.size(); ++i)
+            if (tested.arguments[i].role == Role::flags) prepared.cells[i].set(tested.flags | VEK_Init);
+        heap::failAbove(available);
+        const Cell result = prepared.call();
+        const bool refused = heap::failures() > 0;
+        heap::failNone();
+        ASSERT_TRUE(refused) << order;
+        const Row& reporter = tested.inner.empty() ? tested : row(tested.inner);
+        std::string wanted = reportLine(VEK_StsNoMemory, reporter.name(), reporter.noMemory, reporter.module);
+        if (!tested.inner.empty())   // initialises once
+            wanted += reportLine(VEK_StsBacktrace, tested.name(), "out " + tested.inner, tested.module);
+        EXPECT_EQ(reports.text(), wanted) << order;
+        const Cell failure = tested.expectedFailure(VEK_StsNoMemory);
+        EXPECT_EQ(std::memcmp(result.bytes, failure.bytes, sizeof result.bytes), 0) << order;
+        releaseTables();
+        EXPECT_EQ(heap::outstanding(), before) << order;
+
+        reports.clear();
+        Prepared(tested, 3).call();
+        EXPECT_EQ(reports.text(), "") << order;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Export, Memory, testing::ValuesIn(rowNames(buildsTables)),
+                         [](const auto& info) { return info.param; });
+
+TEST(Memory, NoRequestOnceTablesStand) {
+    if (!heap::available()) GTEST_SKIP();
+    const heap::Restore restore;
+    Reports reports;
+    int called = 0;
+    for (const Row& tested : rows()) {
+        if (tested.gate == Gate::always) continue;
+        for (const int size : {1, 4, 11}) {
+            const Prepared prepared(tested, size);
+            prepared.call();
+            heap::failNone();
+            prepared.call();
+            EXPECT_EQ(heap::requests(), 0) << tested.name() << " size " << size;
+            ++called;
+        }
+    }
+    EXPECT_GT(called, 0);
+    EXPECT_EQ(reports.text(), "");
+    releaseTables();
+}
+
+// Frees come before all checks and do not need a good status.
+TEST(Memory, ReleasesUnderANegativeStatus) {
+    if (!heap::available()) GTEST_SKIP();
+    Reports reports;
+    releaseTables();
+    const long before = heap::outstanding();
+    for (const Row& tested : rows())
+        if (buildsTables(tested)) Prepared(tested, 5).call();
+    EXPECT_GT(heap::outstanding(), before);
+    vekSetErrStatus(VEK_StsBadArg);
+    releaseTables();
+    EXPECT_EQ(heap::outstanding(), before);
+    EXPECT_EQ(reports.text(), "");
+    EXPECT_EQ(vekGetErrStatus(), VEK_StsBadArg);
+}
+
+}   // namespace
