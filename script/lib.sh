@@ -15,6 +15,6 @@ need() {
 build_preset() {
     preset=$1
     shift
-    cmake --preset "$preset" --log-level=WARNING
+    cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset" ${1+--target "$@"}
 }

