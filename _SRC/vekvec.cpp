@@ -23,7 +23,8 @@ const vek::kernels::VecOf<Real<T>>& kernels() {
         return vek::kernelsNow().vec->d;
 }
 
-// Members 1 work in place, members 2 from src to dst; they differ in the names that their reports give the vectors.
+// Members 1 work in place, members 2 from src to dst; they differ in the names that their reports give the
+// vectors.
 
 template <class T>
 bool badVectors(Call& call, T* vec, int len) {
@@ -35,7 +36,7 @@ bool badVectors(Call& call, const T* src, T* dst, int len) {
     return call.bad(len <= 0, "len<=0") || call.bad(!src, "src==0") || call.bad(!dst, "dst==0");
 }
 
-// ---- Squares --------------------------------------------------------------------------------------------------------
+// ---- Squares ------------------------------------------------------------------------------------
 
 template <class T>
 VekStatus sqr(Call& call, const T* src, T* dst, int len) {
@@ -61,7 +62,7 @@ VekStatus sqr2(const char* name, const T* src, T* dst, int len) {
     return sqr(call, src, dst, len);
 }
 
-// ---- Square roots ---------------------------------------------------------------------------------------------------
+// ---- Square roots -------------------------------------------------------------------------------
 
 template <class T>
 VekStatus sqrt(Call& call, const T* src, T* dst, int len) {
@@ -89,7 +90,7 @@ VekStatus sqrt2(const char* name, const T* src, T* dst, int len) {
     return sqrt(call, src, dst, len);
 }
 
-// ---- Absolute values ------------------------------------------------------------------------------------------------
+// ---- Absolute values ----------------------------------------------------------------------------
 
 template <class T>
 VekStatus abs1(const char* name, T* vec, int len) {
@@ -109,7 +110,7 @@ VekStatus abs2(const char* name, const T* src, T* dst, int len) {
     return VEK_StsOk;
 }
 
-// ---- Thresholds: `negative`, the report of a negative threshold, is null where one is welcome -----------------------
+// ---- Thresholds: `negative`, the report of a negative threshold, is null where one is welcome ---
 
 template <class T>
 VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int relOp, const char* negative) {
@@ -127,7 +128,8 @@ VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int r
 }
 
 template <class T>
-VekStatus thresh1(const char* name, T* vec, int len, Real<T> limit, int relOp, const char* negative = nullptr) {
+VekStatus thresh1(const char* name, T* vec, int len, Real<T> limit, int relOp,
+                  const char* negative = nullptr) {
     Call call{module, name};
     if (badVectors(call, vec, len)) return call.result;
     return thresh(call, vec, vec, len, limit, relOp, negative);
@@ -175,43 +177,91 @@ extern "C" {
 VekStatus VEKAPI veksbSqr1(float* vec, int len) { return sqr1("veksbSqr1", vec, len); }
 VekStatus VEKAPI veksbSqr2(const float* src, float* dst, int len) { return sqr2("veksbSqr2", src, dst, len); }
 VekStatus VEKAPI veksbSqrt1(float* vec, int len) { return sqrt1("veksbSqrt1", vec, len); }
-VekStatus VEKAPI veksbSqrt2(const float* src, float* dst, int len) { return sqrt2("veksbSqrt2", src, dst, len); }
-VekStatus VEKAPI veksbThresh1(float* vec, int len, float thresh, int relOp) { return thresh1("veksbThresh1", vec, len, thresh, relOp); }
-VekStatus VEKAPI veksbThresh2(const float* src, float* dst, int len, float thresh, int relOp) { return thresh2("veksbThresh2", src, dst, len, thresh, relOp); }
-VekStatus VEKAPI veksbInvThresh1(float* vec, int len, float thresh) { return invThresh1("veksbInvThresh1", vec, len, thresh, "thresh<0.0f"); }
-VekStatus VEKAPI veksbInvThresh2(const float* src, float* dst, int len, float thresh) { return invThresh2("veksbInvThresh2", src, dst, len, thresh, "thresh<0.0f"); }
+VekStatus VEKAPI veksbSqrt2(const float* src, float* dst, int len) {
+    return sqrt2("veksbSqrt2", src, dst, len);
+}
+VekStatus VEKAPI veksbThresh1(float* vec, int len, float thresh, int relOp) {
+    return thresh1("veksbThresh1", vec, len, thresh, relOp);
+}
+VekStatus VEKAPI veksbThresh2(const float* src, float* dst, int len, float thresh, int relOp) {
+    return thresh2("veksbThresh2", src, dst, len, thresh, relOp);
+}
+VekStatus VEKAPI veksbInvThresh1(float* vec, int len, float thresh) {
+    return invThresh1("veksbInvThresh1", vec, len, thresh, "thresh<0.0f");
+}
+VekStatus VEKAPI veksbInvThresh2(const float* src, float* dst, int len, float thresh) {
+    return invThresh2("veksbInvThresh2", src, dst, len, thresh, "thresh<0.0f");
+}
 
 VekStatus VEKAPI vekdbSqr1(double* vec, int len) { return sqr1("vekdbSqr1", vec, len); }
-VekStatus VEKAPI vekdbSqr2(const double* src, double* dst, int len) { return sqr2("vekdbSqr2", src, dst, len); }
+VekStatus VEKAPI vekdbSqr2(const double* src, double* dst, int len) {
+    return sqr2("vekdbSqr2", src, dst, len);
+}
 VekStatus VEKAPI vekdbSqrt1(double* vec, int len) { return sqrt1("vekdbSqrt1", vec, len); }
-VekStatus VEKAPI vekdbSqrt2(const double* src, double* dst, int len) { return sqrt2("vekdbSqrt2", src, dst, len); }
-VekStatus VEKAPI vekdbThresh1(double* vec, int len, double thresh, int relOp) { return thresh1("vekdbThresh1", vec, len, thresh, relOp); }
-VekStatus VEKAPI vekdbThresh2(const double* src, double* dst, int len, double thresh, int relOp) { return thresh2("vekdbThresh2", src, dst, len, thresh, relOp); }
-VekStatus VEKAPI vekdbInvThresh1(double* vec, int len, double thresh) { return invThresh1("vekdbInvThresh1", vec, len, thresh, "thresh<0.0"); }
-VekStatus VEKAPI vekdbInvThresh2(const double* src, double* dst, int len, double thresh) { return invThresh2("vekdbInvThresh2", src, dst, len, thresh, "thresh<0.0"); }
+VekStatus VEKAPI vekdbSqrt2(const double* src, double* dst, int len) {
+    return sqrt2("vekdbSqrt2", src, dst, len);
+}
+VekStatus VEKAPI vekdbThresh1(double* vec, int len, double thresh, int relOp) {
+    return thresh1("vekdbThresh1", vec, len, thresh, relOp);
+}
+VekStatus VEKAPI vekdbThresh2(const double* src, double* dst, int len, double thresh, int relOp) {
+    return thresh2("vekdbThresh2", src, dst, len, thresh, relOp);
+}
+VekStatus VEKAPI vekdbInvThresh1(double* vec, int len, double thresh) {
+    return invThresh1("vekdbInvThresh1", vec, len, thresh, "thresh<0.0");
+}
+VekStatus VEKAPI vekdbInvThresh2(const double* src, double* dst, int len, double thresh) {
+    return invThresh2("vekdbInvThresh2", src, dst, len, thresh, "thresh<0.0");
+}
 
 VekStatus VEKAPI vekcbSqr1(VekCplx* vec, int len) { return sqr1("vekcbSqr1", vec, len); }
-VekStatus VEKAPI vekcbSqr2(const VekCplx* src, VekCplx* dst, int len) { return sqr2("vekcbSqr2", src, dst, len); }
+VekStatus VEKAPI vekcbSqr2(const VekCplx* src, VekCplx* dst, int len) {
+    return sqr2("vekcbSqr2", src, dst, len);
+}
 VekStatus VEKAPI vekcbSqrt1(VekCplx* vec, int len) { return sqrt1("vekcbSqrt1", vec, len); }
-VekStatus VEKAPI vekcbSqrt2(const VekCplx* src, VekCplx* dst, int len) { return sqrt2("vekcbSqrt2", src, dst, len); }
-VekStatus VEKAPI vekcbThresh1(VekCplx* vec, int len, float thresh, int relOp) { return thresh1("vekcbThresh1", vec, len, thresh, relOp, "thresh<0.0f"); }
-VekStatus VEKAPI vekcbThresh2(const VekCplx* src, VekCplx* dst, int len, float thresh, int relOp) { return thresh2("vekcbThresh2", src, dst, len, thresh, relOp, "thresh<0.0f"); }
-VekStatus VEKAPI vekcbInvThresh1(VekCplx* vec, int len, float thresh) { return invThresh1("vekcbInvThresh1", vec, len, thresh, "thresh<0.0f"); }
-VekStatus VEKAPI vekcbInvThresh2(const VekCplx* src, VekCplx* dst, int len, float thresh) { return invThresh2("vekcbInvThresh2", src, dst, len, thresh, "thresh<0.0f"); }
+VekStatus VEKAPI vekcbSqrt2(const VekCplx* src, VekCplx* dst, int len) {
+    return sqrt2("vekcbSqrt2", src, dst, len);
+}
+VekStatus VEKAPI vekcbThresh1(VekCplx* vec, int len, float thresh, int relOp) {
+    return thresh1("vekcbThresh1", vec, len, thresh, relOp, "thresh<0.0f");
+}
+VekStatus VEKAPI vekcbThresh2(const VekCplx* src, VekCplx* dst, int len, float thresh, int relOp) {
+    return thresh2("vekcbThresh2", src, dst, len, thresh, relOp, "thresh<0.0f");
+}
+VekStatus VEKAPI vekcbInvThresh1(VekCplx* vec, int len, float thresh) {
+    return invThresh1("vekcbInvThresh1", vec, len, thresh, "thresh<0.0f");
+}
+VekStatus VEKAPI vekcbInvThresh2(const VekCplx* src, VekCplx* dst, int len, float thresh) {
+    return invThresh2("vekcbInvThresh2", src, dst, len, thresh, "thresh<0.0f");
+}
 
 VekStatus VEKAPI vekzbSqr1(VekDCplx* vec, int len) { return sqr1("vekzbSqr1", vec, len); }
-VekStatus VEKAPI vekzbSqr2(const VekDCplx* src, VekDCplx* dst, int len) { return sqr2("vekzbSqr2", src, dst, len); }
+VekStatus VEKAPI vekzbSqr2(const VekDCplx* src, VekDCplx* dst, int len) {
+    return sqr2("vekzbSqr2", src, dst, len);
+}
 VekStatus VEKAPI vekzbSqrt1(VekDCplx* vec, int len) { return sqrt1("vekzbSqrt1", vec, len); }
-VekStatus VEKAPI vekzbSqrt2(const VekDCplx* src, VekDCplx* dst, int len) { return sqrt2("vekzbSqrt2", src, dst, len); }
-VekStatus VEKAPI vekzbThresh1(VekDCplx* vec, int len, double thresh, int relOp) { return thresh1("vekzbThresh1", vec, len, thresh, relOp, "thresh<0.0"); }
-VekStatus VEKAPI vekzbThresh2(const VekDCplx* src, VekDCplx* dst, int len, double thresh, int relOp) { return thresh2("vekzbThresh2", src, dst, len, thresh, relOp, "thresh<0.0"); }
-VekStatus VEKAPI vekzbInvThresh1(VekDCplx* vec, int len, double thresh) { return invThresh1("vekzbInvThresh1", vec, len, thresh, "thresh<0.0"); }
-VekStatus VEKAPI vekzbInvThresh2(const VekDCplx* src, VekDCplx* dst, int len, double thresh) { return invThresh2("vekzbInvThresh2", src, dst, len, thresh, "thresh<0.0f"); }
+VekStatus VEKAPI vekzbSqrt2(const VekDCplx* src, VekDCplx* dst, int len) {
+    return sqrt2("vekzbSqrt2", src, dst, len);
+}
+VekStatus VEKAPI vekzbThresh1(VekDCplx* vec, int len, double thresh, int relOp) {
+    return thresh1("vekzbThresh1", vec, len, thresh, relOp, "thresh<0.0");
+}
+VekStatus VEKAPI vekzbThresh2(const VekDCplx* src, VekDCplx* dst, int len, double thresh, int relOp) {
+    return thresh2("vekzbThresh2", src, dst, len, thresh, relOp, "thresh<0.0");
+}
+VekStatus VEKAPI vekzbInvThresh1(VekDCplx* vec, int len, double thresh) {
+    return invThresh1("vekzbInvThresh1", vec, len, thresh, "thresh<0.0");
+}
+VekStatus VEKAPI vekzbInvThresh2(const VekDCplx* src, VekDCplx* dst, int len, double thresh) {
+    return invThresh2("vekzbInvThresh2", src, dst, len, thresh, "thresh<0.0f");
+}
 
 VekStatus VEKAPI veksbAbs1(float* vec, int len) { return abs1("veksbAbs1", vec, len); }
 VekStatus VEKAPI veksbAbs2(const float* src, float* dst, int len) { return abs2("veksbAbs2", src, dst, len); }
 
 VekStatus VEKAPI vekdbAbs1(double* vec, int len) { return abs1("vekdbAbs1", vec, len); }
-VekStatus VEKAPI vekdbAbs2(const double* src, double* dst, int len) { return abs2("vekdbAbs2", src, dst, len); }
+VekStatus VEKAPI vekdbAbs2(const double* src, double* dst, int len) {
+    return abs2("vekdbAbs2", src, dst, len);
+}
 
 }   // extern "C"

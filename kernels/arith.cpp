@@ -1,4 +1,5 @@
-// Element-wise arithmetic. Every loop loads a step's sources before it stores its results, so dst may equal a source.
+// Element-wise arithmetic. Every loop loads a step's sources before it stores its results, so dst may equal a
+// source.
 #include "arith.h"
 
 #include "elementwise.h"
@@ -6,7 +7,7 @@
 namespace vek::VEK_LEVEL {
 namespace {
 
-// ---- Reals, and complex vectors taken as reals ----------------------------------------------------------------------
+// ---- Reals, and complex vectors taken as reals --------------------------------------------------
 
 // dst[i ...] = compute(Int<W>, i), a vector of W reals.
 template <class T, class Compute>
@@ -19,8 +20,16 @@ void set(T value, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t) { return splat<w>(value); });
 }
 
+// Bytes from which the C library's copy is faster: where source and destination outgrow the first-level
+// cache, it moves whole cache lines. `script/bench arith` shows both sides of the limit.
+inline constexpr size_t longCopy = 24 * 1024;
+
 template <class T>
 void copy(const T* src, T* dst, size_t n) {
+    if (n * sizeof(T) >= longCopy) {
+        __builtin_memmove(dst, src, n * sizeof(T));
+        return;
+    }
     mapReals(dst, n, [=](auto w, size_t i) { return load<w>(src + i); });
 }
 
@@ -54,7 +63,7 @@ void mpy3(const T* srcA, const T* srcB, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t i) { return load<w>(srcA + i) * load<w>(srcB + i); });
 }
 
-// ---- Pairs (re, im) ---------------------------------------------------------------------------------------------------
+// ---- Pairs (re, im) -----------------------------------------------------------------------------
 
 // One pair, at width 1; wider ones stand in memory order in one vector.
 template <class T>
@@ -149,7 +158,10 @@ template <class T>
 void complexAdd1(const T (&pair)[2], T* dst, size_t count) {
     const Pair<T> value = {pair[0], pair[1]};
     mapPairs(
-        dst, count, [=](size_t i) { return Pair<T>{dst[2 * i] + value.re, dst[2 * i + 1] + value.im}; },
+        dst, count,
+        [=](size_t i) {
+            return Pair<T>{dst[2 * i] + value.re, dst[2 * i + 1] + value.im};
+        },
         [=](auto w, size_t i) { return load<w>(dst + 2 * i) + alternating<w>(value.re, value.im); });
 }
 
@@ -157,7 +169,10 @@ template <class T>
 void complexSub1(const T (&pair)[2], T* dst, size_t count) {
     const Pair<T> value = {pair[0], pair[1]};
     mapPairs(
-        dst, count, [=](size_t i) { return Pair<T>{dst[2 * i] - value.re, dst[2 * i + 1] - value.im}; },
+        dst, count,
+        [=](size_t i) {
+            return Pair<T>{dst[2 * i] - value.re, dst[2 * i + 1] - value.im};
+        },
         [=](auto w, size_t i) { return load<w>(dst + 2 * i) - alternating<w>(value.re, value.im); });
 }
 
@@ -170,10 +185,14 @@ template <class T>
 void complexMpy1(const T (&pair)[2], T* dst, size_t count) {
     const Pair<T> value = {pair[0], pair[1]};
     mapPairs(
-        dst, count, [=](size_t i) { return product(Pair<T>{dst[2 * i], dst[2 * i + 1]}, value); },
+        dst, count,
+        [=](size_t i) {
+            return product(Pair<T>{dst[2 * i], dst[2 * i + 1]}, value);
+        },
         [=](auto w, size_t i) {
             const auto a = held(load<w>(dst + 2 * i));
-            const auto cross = exchanged(a, typename MakeInts<w>::type{}) * alternating<w>(-value.im, value.im);
+            const auto cross =
+                exchanged(a, typename MakeInts<w>::type{}) * alternating<w>(-value.im, value.im);
             return fma(a, splat<w>(value.re), cross);
         });
 }
@@ -189,14 +208,18 @@ void complexMpy3(const T* srcA, const T* srcB, T* dst, size_t count) {
             constexpr typename MakeInts<w>::type indices;
             const auto a = held(load<w>(srcA + 2 * i));
             const auto b = held(load<w>(srcB + 2 * i));
-            return multiplySubAdd<T, w>(a, evenTwice(b, indices), exchanged(a, indices) * oddTwice(b, indices));
+            return multiplySubAdd<T, w>(a, evenTwice(b, indices),
+                                        exchanged(a, indices) * oddTwice(b, indices));
         });
 }
 
 template <class T>
 void conj2(const T* src, T* dst, size_t count) {
     mapPairs(
-        dst, count, [=](size_t i) { return Pair<T>{src[2 * i], negated<T, 1>(src[2 * i + 1])}; },
+        dst, count,
+        [=](size_t i) {
+            return Pair<T>{src[2 * i], negated<T, 1>(src[2 * i + 1])};
+        },
         [=](auto w, size_t i) { return conjugated<T, w>(load<w>(src + 2 * i)); });
 }
 
@@ -215,10 +238,10 @@ void conjFlip2(const T* src, T* dst, size_t count) {
 }
 
 template <class T>
-constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,        add1<T>,        sub1<T>,  mpy1<T>,
-                                         add3<T>,        sub3<T>,        mpy3<T>,        complexSet<T>,
-                                         complexAdd1<T>, complexSub1<T>, complexMpy1<T>, complexMpy3<T>,
-                                         conj2<T>,       conjFlip2<T>};
+constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,        add1<T>,        sub1<T>,
+                                         mpy1<T>,        add3<T>,        sub3<T>,        mpy3<T>,
+                                         complexSet<T>,  complexAdd1<T>, complexSub1<T>, complexMpy1<T>,
+                                         complexMpy3<T>, conj2<T>,       conjFlip2<T>};
 
 }   // namespace
 

@@ -5,8 +5,8 @@
 
 namespace vek::kernels {
 
-// T is float or double. `n` counts reals; complex vectors whose parts are treated alike come as 2 n of them. `count`
-// counts complex elements, pairs of reals; `pair` is a complex scalar. dst may equal a source.
+// T is float or double. `n` counts reals; complex vectors whose parts are treated alike come as 2 n of them.
+// `count` counts complex elements, pairs of reals; `pair` is a complex scalar. dst may equal a source.
 template <class T>
 struct ArithOf {
     void (*set)(T value, T* dst, size_t n);

@@ -1,5 +1,5 @@
-// The loop of the element-wise kernels, and the vector operations that only they need. Internal linkage throughout,
-// for the reasons that simd.h gives.
+// The loop of the element-wise kernels, and the vector operations that only they need. Internal linkage
+// throughout, for the reasons that simd.h gives.
 #pragma once
 
 #include "simd.h"
@@ -25,8 +25,9 @@ template <class T, int W>
 using UintVec = Vec<typename UintOf<T>::type, W>;
 
 template <class T>
-inline constexpr typename IntOf<T>::type signBit =
-    static_cast<typename IntOf<T>::type>(uint64_t{1} << (8 * sizeof(T) - 1));
+inline constexpr
+    typename IntOf<T>::type signBit = static_cast<typename IntOf<T>::type>(uint64_t{1}
+                                                                           << (8 * sizeof(T) - 1));
 
 // The same bits as another type of the same size; scalars as well as vectors.
 template <class To, class From>
@@ -100,7 +101,8 @@ VEK_INLINE V held(V value) {
     return value;
 }
 
-// What one step of a loop covers when it works at a width of W reals: so many elements, of so many reals each.
+// What one step of a loop covers when it works at a width of W reals: so many elements, of so many reals
+// each.
 struct RealStep {   // one vector of reals
     static constexpr size_t reals = 1;
     static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
@@ -132,13 +134,14 @@ VEK_INLINE void few(size_t n, Compute compute, Put put) {
     }
 }
 
-// Runs compute(Int<W>, i), which reads the sources of one step that begins at element i and returns its results, and
-// put(i, results), which stores them, over n elements; `dst` is where put(0, ...) begins.
+// Runs compute(Int<W>, i), which reads the sources of one step that begins at element i and returns its
+// results, and put(i, results), which stores them, over n elements; `dst` is where put(0, ...) begins.
 //
-// A rest that is shorter than a step is done as a whole step that ends at element n, and overlaps the one before it.
-// So that dst may equal a source, its results are computed before the loop, from sources that are still untouched,
-// and stored behind it. Long runs begin likewise: with a step at element 0 that is stored last, after which the
-// stores of the loop are aligned to the vector; a store that straddles cache lines costs as much as two.
+// A rest that is shorter than a step is done as a whole step that ends at element n, and overlaps the one
+// before it. So that dst may equal a source, its results are computed before the loop, from sources that are
+// still untouched, and stored behind it. Long runs begin likewise: with a step at element 0 that is stored
+// last, after which the stores of the loop are aligned to the vector; a store that straddles cache lines
+// costs as much as two.
 template <class T, class Step, class Compute, class Put>
 VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
     constexpr int w = lanes<T>;

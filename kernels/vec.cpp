@@ -1,8 +1,8 @@
-// Squares, square roots, absolute values and thresholds. Every loop loads a step's sources before it stores its
-// results, so dst may equal src.
+// Squares, square roots, absolute values and thresholds. Every loop loads a step's sources before it stores
+// its results, so dst may equal src.
 //
-// Moduli of complex elements are taken of elements scaled by a power of two, so that no square leaves the range; all
-// scaling is exact, and the results carry about two units in the last place of the modulus.
+// Moduli of complex elements are taken of elements scaled by a power of two, so that no square leaves the
+// range; all scaling is exact, and the results carry about two units in the last place of the modulus.
 #include "vec.h"
 
 #include "elementwise.h"
@@ -10,7 +10,7 @@
 namespace vek::VEK_LEVEL {
 namespace {
 
-// ---- Reals ----------------------------------------------------------------------------------------------------------
+// ---- Reals --------------------------------------------------------------------------------------
 
 // dst[i ...] = compute(Int<W>, i), a vector of W reals.
 template <class T, class Compute>
@@ -46,9 +46,9 @@ void abs2(const T* src, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t i) { return magnitude<T, w>(load<w>(src + i)); });
 }
 
-// The order of the bit patterns: as sign and magnitude, so that -0 is below +0 and NaNs lie beyond the infinities.
-// Against a threshold with the sign bit clear that is the order of the patterns as signed integers; against one with
-// the sign bit set it is the reverse of their order as unsigned integers.
+// The order of the bit patterns: as sign and magnitude, so that -0 is below +0 and NaNs lie beyond the
+// infinities. Against a threshold with the sign bit clear that is the order of the patterns as signed
+// integers; against one with the sign bit set it is the reverse of their order as unsigned integers.
 template <class T, bool Below>
 void threshold(const T* src, T* dst, size_t n, T thresh) {
     using Signed = typename IntOf<T>::type;
@@ -97,7 +97,7 @@ bool invThresh2(const T* src, T* dst, size_t n, T thresh) {
     return zeroMet;
 }
 
-// ---- Complex --------------------------------------------------------------------------------------------------------
+// ---- Complex ------------------------------------------------------------------------------------
 
 template <class T, int W>
 struct Planar {
@@ -144,9 +144,9 @@ void complexSqr2(const T* src, T* dst, size_t count) {
     });
 }
 
-// Elements whose larger part is below lowEnd or not below highBegin are scaled by raise or lower. Then the modulus
-// lies between 2^-59 and 2^61 (2^-474 and 2^385 in double precision), and so do the thresholds that thresholdPart
-// leaves, within 2^+-64 (2^+-512): no quotient or product of two such numbers leaves the range.
+// Elements whose larger part is below lowEnd or not below highBegin are scaled by raise or lower. Then the
+// modulus lies between 2^-59 and 2^61 (2^-474 and 2^385 in double precision), and so do the thresholds that
+// thresholdPart leaves, within 2^+-64 (2^+-512): no quotient or product of two such numbers leaves the range.
 template <class T>
 struct Range;
 template <>
@@ -243,8 +243,8 @@ template <class T, int W>
     root.im = load<W>(rootIm);
 }
 
-// With r = |x|, the principal root is (t, im / 2t), t = sqrt((|re| + r) / 2), for re >= 0; its parts change places,
-// both signs following im's, for re < 0. Nothing cancels in either.
+// With r = |x|, the principal root is (t, im / 2t), t = sqrt((|re| + r) / 2), for re >= 0; its parts change
+// places, both signs following im's, for re < 0. Nothing cancels in either.
 template <class T, int W>
 VEK_INLINE Planar<T, W> principalRoot(Planar<T, W> x) {
     const Vec<T, W> zero = {};
@@ -260,7 +260,8 @@ VEK_INLINE Planar<T, W> principalRoot(Planar<T, W> x) {
     Planar<T, W> root;
     root.re = left ? other : t;
     root.im = withSignOf<T, W>(left ? t : other, x.im);
-    if (any<W>(!usual)) [[unlikely]] unusualRoots<T, W>(x, root);
+    if (any<W>(!usual)) [[unlikely]]
+        unusualRoots<T, W>(x, root);
     return root;
 }
 

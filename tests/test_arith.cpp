@@ -85,7 +85,8 @@ T exactly(Op op, T a, T b) {
     const Exact y = b;
     return static_cast<T>(op == Op::add ? x + y : op == Op::sub ? x - y : x * y);
 }
-// 113 bits keep no sign of a zero sum of T, nor need they keep NaN: both follow from the operands' own arithmetic.
+// 113 bits keep no sign of a zero sum of T, nor need they keep NaN: both follow from the operands' own
+// arithmetic.
 template <class T>
 bool agrees(Op op, T got, T a, T b) {
     switch (op) {
@@ -100,8 +101,10 @@ bool agrees(Op op, T got, T a, T b) {
 template <class Real>
 bool near(Real got, Exact p, Exact q) {
     const Exact size = (p < 0 ? -p : p) + (q < 0 ? -q : q);
-    if (!(size <= static_cast<Exact>(std::numeric_limits<Real>::max()))) return true;   // a product may overflow
-    const Exact bound = size * std::numeric_limits<Real>::epsilon() + 2 * std::numeric_limits<Real>::denorm_min();
+    if (!(size <= static_cast<Exact>(std::numeric_limits<Real>::max())))
+        return true;   // a product may overflow
+    const Exact bound =
+        size * std::numeric_limits<Real>::epsilon() + 2 * std::numeric_limits<Real>::denorm_min();
     const Exact error = static_cast<Exact>(got) - (p + q);
     return error <= bound && -error <= bound;
 }
@@ -112,7 +115,8 @@ bool nearInfinite(Real got, Exact p, Exact q) {
     const Real roundedP = static_cast<Real>(p);
     const Real roundedQ = static_cast<Real>(q);
     return same(got, static_cast<Real>(p + q)) || same(got, static_cast<Real>(p + roundedQ)) ||
-           same(got, static_cast<Real>(roundedP + q)) || same(got, static_cast<Real>(Exact{roundedP} + roundedQ));
+           same(got, static_cast<Real>(roundedP + q)) ||
+           same(got, static_cast<Real>(Exact{roundedP} + roundedQ));
 }
 template <class T>
 bool agreesComplex(Op op, T got, T a, T b) {
@@ -165,7 +169,7 @@ TEST_P(Arith, MembersD) { checkMembers(membersD); }
 TEST_P(Arith, MembersC) { checkMembers(membersC); }
 TEST_P(Arith, MembersZ) { checkMembers(membersZ); }
 
-// ---- Reversal and extension -----------------------------------------------------------------------------------------
+// ---- Reversal and extension ---------------------------------------------------------------------
 
 template <class T>
 T conjugate(T a) {
@@ -179,10 +183,10 @@ struct Mirrors {
     void(VEKAPI* extend1)(T*, int);
     void(VEKAPI* extend2)(const T*, T*, int);
 };
-const Mirrors<C> mirrorsC = {"vekcbConjFlip2, vekcbConjExtend1, vekcbConjExtend2", vekcbConjFlip2, vekcbConjExtend1,
-                             vekcbConjExtend2};
-const Mirrors<Z> mirrorsZ = {"vekzbConjFlip2, vekzbConjExtend1, vekzbConjExtend2", vekzbConjFlip2, vekzbConjExtend1,
-                             vekzbConjExtend2};
+const Mirrors<C> mirrorsC = {"vekcbConjFlip2, vekcbConjExtend1, vekcbConjExtend2", vekcbConjFlip2,
+                             vekcbConjExtend1, vekcbConjExtend2};
+const Mirrors<Z> mirrorsZ = {"vekzbConjFlip2, vekzbConjExtend1, vekzbConjExtend2", vekzbConjFlip2,
+                             vekzbConjExtend1, vekzbConjExtend2};
 
 template <class T>
 void checkMirrors(const Mirrors<T>& members) {
@@ -218,7 +222,7 @@ void checkMirrors(const Mirrors<T>& members) {
 TEST_P(Arith, MirrorsC) { checkMirrors(mirrorsC); }
 TEST_P(Arith, MirrorsZ) { checkMirrors(mirrorsZ); }
 
-// ---- One sample -----------------------------------------------------------------------------------------------------
+// ---- One sample ---------------------------------------------------------------------------------
 
 template <class T>
 struct Samples {
@@ -229,10 +233,10 @@ struct Samples {
     T(VEKAPI* div)(T, T);
     T(VEKAPI* conj)(T);
 };
-const Samples<C> samplesC = {"vekcAdd, vekcSub, vekcMpy, vekcDiv, vekcConj", vekcAdd, vekcSub, vekcMpy, vekcDiv,
-                             vekcConj};
-const Samples<Z> samplesZ = {"vekzAdd, vekzSub, vekzMpy, vekzDiv, vekzConj", vekzAdd, vekzSub, vekzMpy, vekzDiv,
-                             vekzConj};
+const Samples<C> samplesC = {
+    "vekcAdd, vekcSub, vekcMpy, vekcDiv, vekcConj", vekcAdd, vekcSub, vekcMpy, vekcDiv, vekcConj};
+const Samples<Z> samplesZ = {
+    "vekzAdd, vekzSub, vekzMpy, vekzDiv, vekzConj", vekzAdd, vekzSub, vekzMpy, vekzDiv, vekzConj};
 
 template <class T>
 void checkSamples(const Samples<T>& members) {
@@ -253,7 +257,8 @@ void checkSamples(const Samples<T>& members) {
         // In double: three roundings of the denominator's kind, two of the numerator's, one of the product.
         const Exact unit = std::numeric_limits<double>::epsilon() * Exact{4} +
                            (sizeof(Real) == 4 ? std::numeric_limits<float>::epsilon() / Exact{2} : Exact{0});
-        const Exact terms[2][2] = {{Exact{x.re} * y.re, Exact{x.im} * y.im}, {Exact{x.im} * y.re, -(Exact{x.re} * y.im)}};
+        const Exact terms[2][2] = {{Exact{x.re} * y.re, Exact{x.im} * y.im},
+                                   {Exact{x.im} * y.re, -(Exact{x.re} * y.im)}};
         const Real parts[2] = {quotient.re, quotient.im};
         for (int k = 0; k < 2; ++k) {
             const Exact p = terms[k][0] / square;
@@ -284,10 +289,12 @@ TEST(ArithSample, DivisionByZero) {
     for (const float zero : {0.0f, -0.0f}) {
         Reports reports;
         EXPECT_TRUE(same(vekcDiv({1, 2}, {0, zero}), C{0, 0}));
-        EXPECT_EQ(reports.text(), reportLine(VEK_StsBadArg, "vekcDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
+        EXPECT_EQ(reports.text(),
+                  reportLine(VEK_StsBadArg, "vekcDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
         reports.clear();
         EXPECT_TRUE(same(vekzDiv({1, 2}, {zero, 0}), Z{0, 0}));
-        EXPECT_EQ(reports.text(), reportLine(VEK_StsBadArg, "vekzDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
+        EXPECT_EQ(reports.text(),
+                  reportLine(VEK_StsBadArg, "vekzDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
         EXPECT_EQ(vekGetErrStatus(), VEK_StsBadArg);
     }
 }

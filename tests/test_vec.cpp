@@ -18,7 +18,8 @@ VEK_AT_ALL_LEVELS(Vector);
 template <class T>
 using Limit = typename RealOfElement<T>::type;
 
-// The members of one operation and type. In: (vec, len), Out: (src, dst, len), with a threshold where one is taken.
+// The members of one operation and type. In: (vec, len), Out: (src, dst, len), with a threshold where one is
+// taken.
 template <class T>
 struct Plain {
     const char *name1, *name2;
@@ -57,8 +58,8 @@ const Inverses<double> invD = {"vekdbInvThresh1", "vekdbInvThresh2", vekdbInvThr
 const Inverses<C> invC = {"vekcbInvThresh1", "vekcbInvThresh2", vekcbInvThresh1, vekcbInvThresh2};
 const Inverses<Z> invZ = {"vekzbInvThresh1", "vekzbInvThresh2", vekzbInvThresh1, vekzbInvThresh2};
 
-// Runs members 1 and 2, the latter also with dst == src, at all placements; agree(got, x, formerDst). Reports that
-// come after a computation are looked at elsewhere.
+// Runs members 1 and 2, the latter also with dst == src, at all placements; agree(got, x, formerDst). Reports
+// that come after a computation are looked at elsewhere.
 template <class T, class Members, class Agree, class... Extra>
 void checkAll(const Members& members, Agree agree, Extra... extra) {
     Reports reports;
@@ -87,7 +88,7 @@ T rounded(Exact value) {
     return static_cast<T>(value);
 }
 
-// ---- Squares and absolute values: the same bits at every level ------------------------------------------------------
+// ---- Squares and absolute values: the same bits at every level ----------------------------------
 
 template <class T>
 bool isSquare(T got, T x, T) {
@@ -99,7 +100,8 @@ bool isComplexSquare(T got, T x, T) {
     const Real difference = rounded<Real>(Exact{x.re} - x.im);
     const Real sum = rounded<Real>(Exact{x.re} + x.im);
     const Real cross = rounded<Real>(Exact{x.re} * x.im);
-    return same(got.re, rounded<Real>(Exact{difference} * sum)) && same(got.im, rounded<Real>(Exact{cross} + cross));
+    return same(got.re, rounded<Real>(Exact{difference} * sum)) &&
+           same(got.im, rounded<Real>(Exact{cross} + cross));
 }
 template <class T>
 bool isMagnitude(T got, T x, T) {
@@ -118,10 +120,10 @@ TEST_P(Vector, Magnitudes) {
     checkAll<double>(absD, isMagnitude<double>);
 }
 
-// ---- Square roots of reals: correctly rounded ------------------------------------------------------------------------
+// ---- Square roots of reals: correctly rounded ---------------------------------------------------
 
-// x lies between the squares of the midpoints to the root's neighbours; a midpoint has one bit more than T, its square
-// twice as many, and 113 hold them.
+// x lies between the squares of the midpoints to the root's neighbours; a midpoint has one bit more than T,
+// its square twice as many, and 113 hold them.
 template <class T>
 bool isRoot(T got, T x, T former) {
     if (x < 0) return bitsOf(got) == bitsOf(former);
@@ -138,7 +140,7 @@ TEST_P(Vector, RealRoots) {
     checkAll<double>(sqrtD, isRoot<double>);
 }
 
-// ---- Complex: long double as the oracle ------------------------------------------------------------------------------
+// ---- Complex: long double as the oracle ---------------------------------------------------------
 
 struct WidePair {
     long double re, im;
@@ -156,7 +158,8 @@ bool close(T got, WidePair expected, bool parts, long double units) {
         const long double size = parts ? std::fabs(e) : whole;
         const bool overflows = std::fabs(e) * (1 + eps) > Limits::max();
         if (overflows && std::isinf(g) && std::signbit(g) == std::signbit(e)) continue;
-        if (!(std::fabs(g - e) <= eps * size + 2 * static_cast<long double>(Limits::denorm_min()))) return false;
+        if (!(std::fabs(g - e) <= eps * size + 2 * static_cast<long double>(Limits::denorm_min())))
+            return false;
         if (e == 0 && parts && std::signbit(g) != std::signbit(e)) return false;
     }
     return true;
@@ -168,8 +171,10 @@ WidePair wideRoot(long double re, long double im) {
     return {re < 0 ? other : t, std::copysign(re < 0 ? t : other, im)};
 }
 
-constexpr long double rootUnits = 1.5;        // of epsilon: up to three units in the last place
-constexpr long double thresholdUnits = 2.5;
+// Of epsilon. Roundings on the way, half an epsilon each: of the squared modulus three, halved by its root;
+// then the root, the sum, the outer root, the quotient; or the root, the quotient and a product.
+constexpr long double rootUnits = 1.75;
+constexpr long double thresholdUnits = 2;
 
 template <class T>
 bool isComplexRoot(T got, T x, T) {
@@ -209,20 +214,20 @@ void checkPairs(const std::vector<Pairs>& table, RunC runC, RunZ runZ) {
 
 TEST_P(Vector, ComplexRootsOfSpecials) {
     const std::vector<Pairs> table = {
-        {{0, 0}, {0, 0}},         {{-0.0f, 0}, {0, 0}},         {{0, -0.0f}, {0, -0.0f}},
-        {{4, 0}, {2, 0}},         {{4, -0.0f}, {2, -0.0f}},     {{-4, 0}, {0, 2}},
-        {{-4, -0.0f}, {0, -2}},   {{0, 2}, {1, 1}},             {{0, -2}, {1, -1}},
-        {{inf, 1}, {inf, 0}},     {{inf, -1}, {inf, -0.0f}},    {{-inf, 1}, {0, inf}},
-        {{-inf, -1}, {0, -inf}},  {{1, inf}, {inf, inf}},       {{1, -inf}, {inf, -inf}},
-        {{nan, inf}, {inf, inf}}, {{nan, -inf}, {inf, -inf}},   {{-inf, inf}, {inf, inf}},
-        {{inf, nan}, {inf, nan}}, {{nan, 1}, {nan, nan}},       {{1, nan}, {nan, nan}},
-        {{nan, nan}, {nan, nan}}, {{inf, -inf}, {inf, -inf}},   {{-3, 4}, {1, 2}},
+        {{0, 0}, {0, 0}},         {{-0.0f, 0}, {0, 0}},       {{0, -0.0f}, {0, -0.0f}},
+        {{4, 0}, {2, 0}},         {{4, -0.0f}, {2, -0.0f}},   {{-4, 0}, {0, 2}},
+        {{-4, -0.0f}, {0, -2}},   {{0, 2}, {1, 1}},           {{0, -2}, {1, -1}},
+        {{inf, 1}, {inf, 0}},     {{inf, -1}, {inf, -0.0f}},  {{-inf, 1}, {0, inf}},
+        {{-inf, -1}, {0, -inf}},  {{1, inf}, {inf, inf}},     {{1, -inf}, {inf, -inf}},
+        {{nan, inf}, {inf, inf}}, {{nan, -inf}, {inf, -inf}}, {{-inf, inf}, {inf, inf}},
+        {{inf, nan}, {inf, nan}}, {{nan, 1}, {nan, nan}},     {{1, nan}, {nan, nan}},
+        {{nan, nan}, {nan, nan}}, {{inf, -inf}, {inf, -inf}}, {{-3, 4}, {1, 2}},
     };
     checkPairs(
         table, [](C* x, int n) { vekcbSqrt1(x, n); }, [](Z* x, int n) { vekzbSqrt1(x, n); });
 }
 
-// ---- Thresholds of reals: bits ---------------------------------------------------------------------------------------
+// ---- Thresholds of reals: bits ------------------------------------------------------------------
 
 // As sign and magnitude: -0 below +0, NaNs beyond the infinities.
 template <class T>
@@ -237,8 +242,8 @@ bool isBelow(T a, T b) {
 template <class T>
 void checkThresholds(const Thresholds<T>& members) {
     using Limits = std::numeric_limits<T>;
-    for (const T thresh : {T{0}, -T{0}, T{0.5}, T{-0.5}, Limits::denorm_min(), -Limits::max(), Limits::infinity(),
-                           Limits::quiet_NaN(), -Limits::quiet_NaN()}) {
+    for (const T thresh : {T{0}, -T{0}, T{0.5}, T{-0.5}, Limits::denorm_min(), -Limits::max(),
+                           Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN()}) {
         for (const int relOp : {int{VEK_LT}, int{VEK_GT}, -7}) {
             const auto agree = [=](T got, T x, T) {
                 const bool replaced = relOp == 0 ? isBelow(x, thresh) : isBelow(thresh, x);
@@ -257,7 +262,8 @@ TEST_P(Vector, RealThresholds) {
 template <class T>
 void checkInverses(const Inverses<T>& members) {
     using Limits = std::numeric_limits<T>;
-    for (const T thresh : {T{0}, -T{0}, T{0.3}, T{1}, Limits::denorm_min(), Limits::max(), Limits::infinity()}) {
+    for (const T thresh :
+         {T{0}, -T{0}, T{0.3}, T{1}, Limits::denorm_min(), Limits::max(), Limits::infinity()}) {
         const auto agree = [=](T got, T x, T) {
             if (thresh == 0 && x == 0) return got == static_cast<T>(std::numeric_limits<float>::max());
             if (thresh == 0 || x > thresh || -x > thresh) return same(got, rounded<T>(Exact{1} / x));
@@ -273,7 +279,7 @@ TEST_P(Vector, RealInverses) {
     checkInverses(invD);
 }
 
-// ---- Thresholds of complex elements ----------------------------------------------------------------------------------
+// ---- Thresholds of complex elements -------------------------------------------------------------
 
 template <class T>
 std::vector<Limit<T>> complexLimits() {
@@ -287,12 +293,14 @@ void checkComplexThresholds(const Thresholds<T>& members) {
         for (const int relOp : {int{VEK_LT}, int{VEK_GT}}) {
             const auto agree = [=](T got, T x, T) {
                 if (!isFinite(x.re) || !isFinite(x.im)) return true;   // see the table below
-                const long double modulus = std::hypot(static_cast<long double>(x.re), static_cast<long double>(x.im));
+                const long double modulus =
+                    std::hypot(static_cast<long double>(x.re), static_cast<long double>(x.im));
                 const bool replaced = relOp == VEK_LT ? modulus < thresh : modulus > thresh;
                 if (!replaced && same(got, x)) return true;
                 if (modulus == 0) return same(got, T{thresh, 0});
                 // an element at the threshold may count as either
-                const bool atThreshold = std::fabs(modulus - thresh) <= 4 * std::numeric_limits<Limit<T>>::epsilon() * thresh;
+                const bool atThreshold =
+                    std::fabs(modulus - thresh) <= 4 * std::numeric_limits<Limit<T>>::epsilon() * thresh;
                 if (!replaced && !atThreshold) return false;
                 const long double factor = thresh / modulus;
                 return close(got, {x.re * factor, x.im * factor}, false, atThreshold ? 5 : thresholdUnits);
@@ -319,9 +327,11 @@ void checkComplexInverses(const Inverses<T>& members) {
                 const Limit<T> ofZero = thresh == 0 ? std::numeric_limits<float>::max() : 1 / thresh;
                 return same(got, T{ofZero, 0});
             }
-            const bool atThreshold = std::fabs(modulus - thresh) <= 4 * std::numeric_limits<Limit<T>>::epsilon() * thresh;
+            const bool atThreshold =
+                std::fabs(modulus - thresh) <= 4 * std::numeric_limits<Limit<T>>::epsilon() * thresh;
             const long double divisor = modulus > thresh ? modulus : static_cast<long double>(thresh);
-            return close(got, {re / modulus / divisor, -im / modulus / divisor}, false, atThreshold ? 5 : thresholdUnits);
+            return close(got, {re / modulus / divisor, -im / modulus / divisor}, false,
+                         atThreshold ? 5 : thresholdUnits);
         };
         checkAll<T>(members, agree, thresh);
     }
@@ -339,14 +349,26 @@ struct Specials {
 
 TEST_P(Vector, ComplexThresholdsOfSpecials) {
     const Specials below[] = {
-        {5, {{{3, 4}, {3, 4}}, {{0, 0}, {5, 0}}, {{-0.0f, -0.0f}, {5, 0}}, {{-2, 0}, {-5, 0}}, {{0, -2}, {0, -5}},
-             {{inf, 1}, {inf, 1}}, {{nan, 1}, {nan, 1}}}},
+        {5,
+         {{{3, 4}, {3, 4}},
+          {{0, 0}, {5, 0}},
+          {{-0.0f, -0.0f}, {5, 0}},
+          {{-2, 0}, {-5, 0}},
+          {{0, -2}, {0, -5}},
+          {{inf, 1}, {inf, 1}},
+          {{nan, 1}, {nan, 1}}}},
         {inf, {{{3, 0}, {inf, 0}}, {{-2, 5}, {-inf, inf}}, {{0, 0}, {inf, 0}}, {{0, inf}, {0, inf}}}},
         {0, {{{3, 4}, {3, 4}}, {{-0.0f, 0}, {-0.0f, 0}}}},
     };
     const Specials above[] = {
-        {5, {{{3, 4}, {3, 4}}, {{6, 8}, {3, 4}}, {{inf, 1}, {5, 0}}, {{1, -inf}, {0, -5}}, {{-inf, -2}, {-5, -0.0f}},
-             {{nan, 1}, {nan, 1}}, {{0, 0}, {0, 0}}}},
+        {5,
+         {{{3, 4}, {3, 4}},
+          {{6, 8}, {3, 4}},
+          {{inf, 1}, {5, 0}},
+          {{1, -inf}, {0, -5}},
+          {{-inf, -2}, {-5, -0.0f}},
+          {{nan, 1}, {nan, 1}},
+          {{0, 0}, {0, 0}}}},
         {inf, {{{inf, 1}, {inf, 1}}, {{6, 8}, {6, 8}}}},
         {0, {{{-3, 4}, {-0.0f, 0}}, {{inf, -1}, {0, -0.0f}}}},
     };
@@ -362,7 +384,8 @@ TEST_P(Vector, ComplexThresholdsOfSpecials) {
 
 TEST_P(Vector, ComplexInversesOfSpecials) {
     const Specials groups[] = {
-        {0, {{{2, 0}, {0.5f, -0.0f}}, {{0, 2}, {0, -0.5f}}, {{inf, 1}, {0, -0.0f}}, {{-1, -inf}, {-0.0f, 0}}}},
+        {0,
+         {{{2, 0}, {0.5f, -0.0f}}, {{0, 2}, {0, -0.5f}}, {{inf, 1}, {0, -0.0f}}, {{-1, -inf}, {-0.0f, 0}}}},
         {1, {{{0.5f, 0}, {1, -0.0f}}, {{0, -4}, {0, 0.25f}}, {{0, 0}, {1, 0}}, {{inf, inf}, {0, -0.0f}}}},
         {inf, {{{-3, 4}, {-0.0f, -0.0f}}, {{0, 0}, {0, 0}}}},
     };
@@ -372,13 +395,13 @@ TEST_P(Vector, ComplexInversesOfSpecials) {
             [&](Z* x, int n) { vekzbInvThresh1(x, n, group.thresh); });
 }
 
-// ---- Reports after the computation -----------------------------------------------------------------------------------
+// ---- Reports after the computation --------------------------------------------------------------
 
 const char* const negative = "Element of input vector is negative";
 const char* const zeroMet = "zero element and zero thresh";
 
-// One element on the wrong side, at each place of short and long vectors: one report, its answer, and a negative
-// status; none without such an element.
+// One element on the wrong side, at each place of short and long vectors: one report, its answer, and a
+// negative status; none without such an element.
 template <class T, class Run>
 void checkLateReport(const char* name, const char* message, T wrong, T right, Run run) {
     for (const int n : {1, 2, 3, 5, 17, 40, 300}) {
@@ -399,13 +422,15 @@ void checkLateReport(const char* name, const char* message, T wrong, T right, Ru
 
 template <class T>
 void checkNegativeReport(const Plain<T>& members) {
-    checkLateReport(members.name1, negative, T{-1}, -T{0}, [&](T*, T* dst, int n) { return members.in(dst, n); });
+    checkLateReport(members.name1, negative, T{-1}, -T{0},
+                    [&](T*, T* dst, int n) { return members.in(dst, n); });
     checkLateReport(members.name2, negative, T{-1}, T{2},
                     [&](T* src, T* dst, int n) { return members.out(src, dst, n); });
 }
 template <class T>
 void checkZeroReport(const Inverses<T>& members, T zero, T other) {
-    checkLateReport(members.name1, zeroMet, zero, other, [&](T*, T* dst, int n) { return members.in(dst, n, 0); });
+    checkLateReport(members.name1, zeroMet, zero, other,
+                    [&](T*, T* dst, int n) { return members.in(dst, n, 0); });
     checkLateReport(members.name2, zeroMet, zero, other,
                     [&](T* src, T* dst, int n) { return members.out(src, dst, n, 0); });
     Reports reports;   // a threshold above zero has an answer to zeros

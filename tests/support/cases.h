@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "vekm6.h"
@@ -70,6 +72,7 @@ constexpr ArgumentType typeOf() {
 struct Function {
     const char* name;
     Cell (*invoke)(const Cells& cells);
+    void (*repeat)(const Cells& cells, std::size_t times);   // for measurements: nothing between the calls
     std::vector<ArgumentType> arguments;
     bool returns;
     std::size_t resultBytes;
@@ -90,10 +93,18 @@ struct Call<F> {
         return result;
     }
     static Cell invoke([[maybe_unused]] const Cells& cells) { return spread(cells, std::index_sequence_for<A...>{}); }
+    template <std::size_t... I>
+    static void spreadRepeat(const Cells& cells, std::size_t times, std::index_sequence<I...>) {
+        [[maybe_unused]] const std::tuple<A...> values(cells[I].template get<A>()...);
+        for (; times > 0; --times) F(std::get<I>(values)...);
+    }
+    static void repeat([[maybe_unused]] const Cells& cells, std::size_t times) {
+        spreadRepeat(cells, times, std::index_sequence_for<A...>{});
+    }
     static Function describe(const char* name) {
         std::size_t bytes = 0;
         if constexpr (!std::is_void_v<R>) bytes = sizeof(R);
-        return {name, invoke, {typeOf<A>()...}, !std::is_void_v<R>, bytes, reinterpret_cast<void*>(F)};
+        return {name, invoke, repeat, {typeOf<A>()...}, !std::is_void_v<R>, bytes, reinterpret_cast<void*>(F)};
     }
 };
 

@@ -12,7 +12,8 @@
 
 namespace test {
 
-// 113 bits: sums, products, quotients and roots rounded to it, then to double or float, are rounded as if once.
+// 113 bits: sums, products, quotients and roots rounded to it, then to double or float, are rounded as if
+// once.
 __extension__ typedef __float128 Exact;
 
 template <class T>
@@ -59,7 +60,8 @@ struct Placement {
     int n, source, dst;
 };
 
-// Every length up to twice the widest unrolled loop, then some around powers of two at every offset of a cache line.
+// Every length up to twice the widest unrolled loop, then some around powers of two at every offset of a
+// cache line.
 inline std::vector<Placement> placements() {
     std::vector<Placement> all;
     for (int n = 1; n <= 67; ++n)
@@ -109,7 +111,8 @@ void checkElements(const char* name, Alias alias, Placement at, Run run, Agree a
         return;
     }
     std::memcpy(static_cast<void*>(dst), &fresh[static_cast<std::size_t>(at.dst)], n * sizeof(T));
-    EXPECT_EQ(std::memcmp(whole, fresh.data(), fresh.size() * sizeof(T)), 0) << name << " n=" << n << " strays";
+    EXPECT_EQ(std::memcmp(whole, fresh.data(), fresh.size() * sizeof(T)), 0)
+        << name << " n=" << n << " strays";
     if (alias != Alias::first) {
         EXPECT_EQ(std::memcmp(a, valuesA.data(), n * sizeof(T)), 0) << name << " writes its source";
     }
