@@ -281,9 +281,7 @@ void VEKAPI veksbAdd3(const float* srcA, const float* srcB, float* dst, int n) {
 }
 void VEKAPI veksbSub1(float val, float* dst, int n) { sub1("veksbSub1", val, dst, n); }
 void VEKAPI veksbSub2(const float* val, float* dst, int n) { sub2("veksbSub2", val, dst, n); }
-void VEKAPI veksbSub3(const float* src, const float* val, float* dst, int n) {
-    sub3("veksbSub3", src, val, dst, n);
-}
+void VEKAPI veksbSub3(const float* src, const float* val, float* dst, int n) { sub3("veksbSub3", src, val, dst, n); }
 void VEKAPI veksbMpy1(float val, float* dst, int n) { mpy1("veksbMpy1", val, dst, n); }
 void VEKAPI veksbMpy2(const float* src, float* dst, int n) { mpy2("veksbMpy2", src, dst, n); }
 void VEKAPI veksbMpy3(const float* srcA, const float* srcB, float* dst, int n) {
@@ -300,9 +298,7 @@ void VEKAPI vekdbAdd3(const double* srcA, const double* srcB, double* dst, int n
 }
 void VEKAPI vekdbSub1(double val, double* dst, int n) { sub1("vekdbSub1", val, dst, n); }
 void VEKAPI vekdbSub2(const double* val, double* dst, int n) { sub2("vekdbSub2", val, dst, n); }
-void VEKAPI vekdbSub3(const double* src, const double* val, double* dst, int n) {
-    sub3("vekdbSub3", src, val, dst, n);
-}
+void VEKAPI vekdbSub3(const double* src, const double* val, double* dst, int n) { sub3("vekdbSub3", src, val, dst, n); }
 void VEKAPI vekdbMpy1(double val, double* dst, int n) { mpy1("vekdbMpy1", val, dst, n); }
 void VEKAPI vekdbMpy2(const double* src, double* dst, int n) { mpy2("vekdbMpy2", src, dst, n); }
 void VEKAPI vekdbMpy3(const double* srcA, const double* srcB, double* dst, int n) {
@@ -349,19 +345,13 @@ void VEKAPI vekzbMpy3(const VekDCplx* srcA, const VekDCplx* srcB, VekDCplx* dst,
 
 void VEKAPI vekcbConj1(VekCplx* vec, int n) { conj1("vekcbConj1", vec, n); }
 void VEKAPI vekcbConj2(const VekCplx* src, VekCplx* dst, int n) { conj2("vekcbConj2", src, dst, n); }
-void VEKAPI vekcbConjFlip2(const VekCplx* src, VekCplx* dst, int n) {
-    conjFlip2("vekcbConjFlip2", src, dst, n);
-}
+void VEKAPI vekcbConjFlip2(const VekCplx* src, VekCplx* dst, int n) { conjFlip2("vekcbConjFlip2", src, dst, n); }
 void VEKAPI vekcbConjExtend1(VekCplx* vec, int n) { conjExtend1("vekcbConjExtend1", vec, n); }
-void VEKAPI vekcbConjExtend2(const VekCplx* src, VekCplx* dst, int n) {
-    conjExtend2("vekcbConjExtend2", src, dst, n);
-}
+void VEKAPI vekcbConjExtend2(const VekCplx* src, VekCplx* dst, int n) { conjExtend2("vekcbConjExtend2", src, dst, n); }
 
 void VEKAPI vekzbConj1(VekDCplx* vec, int n) { conj1("vekzbConj1", vec, n); }
 void VEKAPI vekzbConj2(const VekDCplx* src, VekDCplx* dst, int n) { conj2("vekzbConj2", src, dst, n); }
-void VEKAPI vekzbConjFlip2(const VekDCplx* src, VekDCplx* dst, int n) {
-    conjFlip2("vekzbConjFlip2", src, dst, n);
-}
+void VEKAPI vekzbConjFlip2(const VekDCplx* src, VekDCplx* dst, int n) { conjFlip2("vekzbConjFlip2", src, dst, n); }
 void VEKAPI vekzbConjExtend1(VekDCplx* vec, int n) { conjExtend1("vekzbConjExtend1", vec, n); }
 void VEKAPI vekzbConjExtend2(const VekDCplx* src, VekDCplx* dst, int n) {
     conjExtend2("vekzbConjExtend2", src, dst, n);

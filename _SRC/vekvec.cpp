@@ -128,8 +128,7 @@ VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int r
 }
 
 template <class T>
-VekStatus thresh1(const char* name, T* vec, int len, Real<T> limit, int relOp,
-                  const char* negative = nullptr) {
+VekStatus thresh1(const char* name, T* vec, int len, Real<T> limit, int relOp, const char* negative = nullptr) {
     Call call{module, name};
     if (badVectors(call, vec, len)) return call.result;
     return thresh(call, vec, vec, len, limit, relOp, negative);
@@ -177,9 +176,7 @@ extern "C" {
 VekStatus VEKAPI veksbSqr1(float* vec, int len) { return sqr1("veksbSqr1", vec, len); }
 VekStatus VEKAPI veksbSqr2(const float* src, float* dst, int len) { return sqr2("veksbSqr2", src, dst, len); }
 VekStatus VEKAPI veksbSqrt1(float* vec, int len) { return sqrt1("veksbSqrt1", vec, len); }
-VekStatus VEKAPI veksbSqrt2(const float* src, float* dst, int len) {
-    return sqrt2("veksbSqrt2", src, dst, len);
-}
+VekStatus VEKAPI veksbSqrt2(const float* src, float* dst, int len) { return sqrt2("veksbSqrt2", src, dst, len); }
 VekStatus VEKAPI veksbThresh1(float* vec, int len, float thresh, int relOp) {
     return thresh1("veksbThresh1", vec, len, thresh, relOp);
 }
@@ -194,13 +191,9 @@ VekStatus VEKAPI veksbInvThresh2(const float* src, float* dst, int len, float th
 }
 
 VekStatus VEKAPI vekdbSqr1(double* vec, int len) { return sqr1("vekdbSqr1", vec, len); }
-VekStatus VEKAPI vekdbSqr2(const double* src, double* dst, int len) {
-    return sqr2("vekdbSqr2", src, dst, len);
-}
+VekStatus VEKAPI vekdbSqr2(const double* src, double* dst, int len) { return sqr2("vekdbSqr2", src, dst, len); }
 VekStatus VEKAPI vekdbSqrt1(double* vec, int len) { return sqrt1("vekdbSqrt1", vec, len); }
-VekStatus VEKAPI vekdbSqrt2(const double* src, double* dst, int len) {
-    return sqrt2("vekdbSqrt2", src, dst, len);
-}
+VekStatus VEKAPI vekdbSqrt2(const double* src, double* dst, int len) { return sqrt2("vekdbSqrt2", src, dst, len); }
 VekStatus VEKAPI vekdbThresh1(double* vec, int len, double thresh, int relOp) {
     return thresh1("vekdbThresh1", vec, len, thresh, relOp);
 }
@@ -215,13 +208,9 @@ VekStatus VEKAPI vekdbInvThresh2(const double* src, double* dst, int len, double
 }
 
 VekStatus VEKAPI vekcbSqr1(VekCplx* vec, int len) { return sqr1("vekcbSqr1", vec, len); }
-VekStatus VEKAPI vekcbSqr2(const VekCplx* src, VekCplx* dst, int len) {
-    return sqr2("vekcbSqr2", src, dst, len);
-}
+VekStatus VEKAPI vekcbSqr2(const VekCplx* src, VekCplx* dst, int len) { return sqr2("vekcbSqr2", src, dst, len); }
 VekStatus VEKAPI vekcbSqrt1(VekCplx* vec, int len) { return sqrt1("vekcbSqrt1", vec, len); }
-VekStatus VEKAPI vekcbSqrt2(const VekCplx* src, VekCplx* dst, int len) {
-    return sqrt2("vekcbSqrt2", src, dst, len);
-}
+VekStatus VEKAPI vekcbSqrt2(const VekCplx* src, VekCplx* dst, int len) { return sqrt2("vekcbSqrt2", src, dst, len); }
 VekStatus VEKAPI vekcbThresh1(VekCplx* vec, int len, float thresh, int relOp) {
     return thresh1("vekcbThresh1", vec, len, thresh, relOp, "thresh<0.0f");
 }
@@ -236,13 +225,9 @@ VekStatus VEKAPI vekcbInvThresh2(const VekCplx* src, VekCplx* dst, int len, floa
 }
 
 VekStatus VEKAPI vekzbSqr1(VekDCplx* vec, int len) { return sqr1("vekzbSqr1", vec, len); }
-VekStatus VEKAPI vekzbSqr2(const VekDCplx* src, VekDCplx* dst, int len) {
-    return sqr2("vekzbSqr2", src, dst, len);
-}
+VekStatus VEKAPI vekzbSqr2(const VekDCplx* src, VekDCplx* dst, int len) { return sqr2("vekzbSqr2", src, dst, len); }
 VekStatus VEKAPI vekzbSqrt1(VekDCplx* vec, int len) { return sqrt1("vekzbSqrt1", vec, len); }
-VekStatus VEKAPI vekzbSqrt2(const VekDCplx* src, VekDCplx* dst, int len) {
-    return sqrt2("vekzbSqrt2", src, dst, len);
-}
+VekStatus VEKAPI vekzbSqrt2(const VekDCplx* src, VekDCplx* dst, int len) { return sqrt2("vekzbSqrt2", src, dst, len); }
 VekStatus VEKAPI vekzbThresh1(VekDCplx* vec, int len, double thresh, int relOp) {
     return thresh1("vekzbThresh1", vec, len, thresh, relOp, "thresh<0.0");
 }
@@ -260,8 +245,6 @@ VekStatus VEKAPI veksbAbs1(float* vec, int len) { return abs1("veksbAbs1", vec, 
 VekStatus VEKAPI veksbAbs2(const float* src, float* dst, int len) { return abs2("veksbAbs2", src, dst, len); }
 
 VekStatus VEKAPI vekdbAbs1(double* vec, int len) { return abs1("vekdbAbs1", vec, len); }
-VekStatus VEKAPI vekdbAbs2(const double* src, double* dst, int len) {
-    return abs2("vekdbAbs2", src, dst, len);
-}
+VekStatus VEKAPI vekdbAbs2(const double* src, double* dst, int len) { return abs2("vekdbAbs2", src, dst, len); }
 
 }   // extern "C"

@@ -88,6 +88,15 @@ void Problem::fill(bool zeros) {
         if (buffer.real == 'f') put(float{});
         if (buffer.real == 'd') put(double{});
     }
+    // One element that a threshold on magnitudes must not divide by.
+    if (!zeros && operation.find("Thresh") != std::string::npos) std::memset(in[0], 0, row.arguments[0].type.bytes);
+    // The library does not read what the spectrum of a real signal has as zeros; peers do.
+    if (!zeros && operation.find("CcsFft") == 0) {
+        const std::size_t bytes = isDouble() ? 8 : 4;
+        auto* spectrum = static_cast<unsigned char*>(in[0]);
+        std::memset(spectrum + bytes, 0, bytes);
+        std::memset(spectrum + (n + 1) * bytes, 0, bytes);
+    }
 }
 
 double Problem::work() const {

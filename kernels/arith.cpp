@@ -150,8 +150,7 @@ template <class T>
 void complexSet(const T (&pair)[2], T* dst, size_t count) {
     const Pair<T> value = {pair[0], pair[1]};
     mapPairs(
-        dst, count, [=](size_t) { return value; },
-        [=](auto w, size_t) { return alternating<w>(value.re, value.im); });
+        dst, count, [=](size_t) { return value; }, [=](auto w, size_t) { return alternating<w>(value.re, value.im); });
 }
 
 template <class T>
@@ -191,8 +190,7 @@ void complexMpy1(const T (&pair)[2], T* dst, size_t count) {
         },
         [=](auto w, size_t i) {
             const auto a = held(load<w>(dst + 2 * i));
-            const auto cross =
-                exchanged(a, typename MakeInts<w>::type{}) * alternating<w>(-value.im, value.im);
+            const auto cross = exchanged(a, typename MakeInts<w>::type{}) * alternating<w>(-value.im, value.im);
             return fma(a, splat<w>(value.re), cross);
         });
 }
@@ -208,8 +206,7 @@ void complexMpy3(const T* srcA, const T* srcB, T* dst, size_t count) {
             constexpr typename MakeInts<w>::type indices;
             const auto a = held(load<w>(srcA + 2 * i));
             const auto b = held(load<w>(srcB + 2 * i));
-            return multiplySubAdd<T, w>(a, evenTwice(b, indices),
-                                        exchanged(a, indices) * oddTwice(b, indices));
+            return multiplySubAdd<T, w>(a, evenTwice(b, indices), exchanged(a, indices) * oddTwice(b, indices));
         });
 }
 
@@ -238,10 +235,9 @@ void conjFlip2(const T* src, T* dst, size_t count) {
 }
 
 template <class T>
-constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,        add1<T>,        sub1<T>,
-                                         mpy1<T>,        add3<T>,        sub3<T>,        mpy3<T>,
-                                         complexSet<T>,  complexAdd1<T>, complexSub1<T>, complexMpy1<T>,
-                                         complexMpy3<T>, conj2<T>,       conjFlip2<T>};
+constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,        add1<T>,        sub1<T>,       mpy1<T>,
+                                         add3<T>,        sub3<T>,        mpy3<T>,        complexSet<T>, complexAdd1<T>,
+                                         complexSub1<T>, complexMpy1<T>, complexMpy3<T>, conj2<T>,      conjFlip2<T>};
 
 }   // namespace
 

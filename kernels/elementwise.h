@@ -26,8 +26,7 @@ using UintVec = Vec<typename UintOf<T>::type, W>;
 
 template <class T>
 inline constexpr
-    typename IntOf<T>::type signBit = static_cast<typename IntOf<T>::type>(uint64_t{1}
-                                                                           << (8 * sizeof(T) - 1));
+    typename IntOf<T>::type signBit = static_cast<typename IntOf<T>::type>(uint64_t{1} << (8 * sizeof(T) - 1));
 
 // The same bits as another type of the same size; scalars as well as vectors.
 template <class To, class From>

@@ -13,7 +13,15 @@ using namespace test;
 class Arith : public AtLevel {};
 VEK_AT_ALL_LEVELS(Arith);
 
-enum class Op { zero, set, copy, add, sub, mpy, conj };
+enum class Op {
+    zero,
+    set,
+    copy,
+    add,
+    sub,
+    mpy,
+    conj
+};
 
 // Form 0: (dst, n), 1: (val, dst, n), 2: (src, dst, n) with dst an operand, 3: (srcA, srcB, dst, n),
 // 4: (src, dst, n) with dst a result only.
@@ -101,10 +109,8 @@ bool agrees(Op op, T got, T a, T b) {
 template <class Real>
 bool near(Real got, Exact p, Exact q) {
     const Exact size = (p < 0 ? -p : p) + (q < 0 ? -q : q);
-    if (!(size <= static_cast<Exact>(std::numeric_limits<Real>::max())))
-        return true;   // a product may overflow
-    const Exact bound =
-        size * std::numeric_limits<Real>::epsilon() + 2 * std::numeric_limits<Real>::denorm_min();
+    if (!(size <= static_cast<Exact>(std::numeric_limits<Real>::max()))) return true;   // a product may overflow
+    const Exact bound = size * std::numeric_limits<Real>::epsilon() + 2 * std::numeric_limits<Real>::denorm_min();
     const Exact error = static_cast<Exact>(got) - (p + q);
     return error <= bound && -error <= bound;
 }
@@ -115,8 +121,7 @@ bool nearInfinite(Real got, Exact p, Exact q) {
     const Real roundedP = static_cast<Real>(p);
     const Real roundedQ = static_cast<Real>(q);
     return same(got, static_cast<Real>(p + q)) || same(got, static_cast<Real>(p + roundedQ)) ||
-           same(got, static_cast<Real>(roundedP + q)) ||
-           same(got, static_cast<Real>(Exact{roundedP} + roundedQ));
+           same(got, static_cast<Real>(roundedP + q)) || same(got, static_cast<Real>(Exact{roundedP} + roundedQ));
 }
 template <class T>
 bool agreesComplex(Op op, T got, T a, T b) {
@@ -183,10 +188,10 @@ struct Mirrors {
     void(VEKAPI* extend1)(T*, int);
     void(VEKAPI* extend2)(const T*, T*, int);
 };
-const Mirrors<C> mirrorsC = {"vekcbConjFlip2, vekcbConjExtend1, vekcbConjExtend2", vekcbConjFlip2,
-                             vekcbConjExtend1, vekcbConjExtend2};
-const Mirrors<Z> mirrorsZ = {"vekzbConjFlip2, vekzbConjExtend1, vekzbConjExtend2", vekzbConjFlip2,
-                             vekzbConjExtend1, vekzbConjExtend2};
+const Mirrors<C> mirrorsC = {"vekcbConjFlip2, vekcbConjExtend1, vekcbConjExtend2", vekcbConjFlip2, vekcbConjExtend1,
+                             vekcbConjExtend2};
+const Mirrors<Z> mirrorsZ = {"vekzbConjFlip2, vekzbConjExtend1, vekzbConjExtend2", vekzbConjFlip2, vekzbConjExtend1,
+                             vekzbConjExtend2};
 
 template <class T>
 void checkMirrors(const Mirrors<T>& members) {
@@ -289,12 +294,10 @@ TEST(ArithSample, DivisionByZero) {
     for (const float zero : {0.0f, -0.0f}) {
         Reports reports;
         EXPECT_TRUE(same(vekcDiv({1, 2}, {0, zero}), C{0, 0}));
-        EXPECT_EQ(reports.text(),
-                  reportLine(VEK_StsBadArg, "vekcDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
+        EXPECT_EQ(reports.text(), reportLine(VEK_StsBadArg, "vekcDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
         reports.clear();
         EXPECT_TRUE(same(vekzDiv({1, 2}, {zero, 0}), Z{0, 0}));
-        EXPECT_EQ(reports.text(),
-                  reportLine(VEK_StsBadArg, "vekzDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
+        EXPECT_EQ(reports.text(), reportLine(VEK_StsBadArg, "vekzDiv", "(b.re==0.0)&&(b.im==0.0)", "vekarith"));
         EXPECT_EQ(vekGetErrStatus(), VEK_StsBadArg);
     }
 }

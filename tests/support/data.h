@@ -53,7 +53,7 @@ public:
         if constexpr (std::is_integral_v<T>)
             return static_cast<T>(bits());
         else
-            return static_cast<T>(uniform(-1, 1));
+            return static_cast<T>(uniform(-1, 1) * uniform(0.5, 1));   // the product fills the whole mantissa
     }
     // Zeros of both signs, extremes, subnormals, infinities, NaN and ordinary values of all exponents.
     template <class T>

@@ -72,7 +72,11 @@ inline std::vector<Placement> placements() {
 }
 
 // `run(srcA, srcB, dst, n)` against `expected(a, b, formerDst)`, where one or both sources may be dst itself.
-enum class Alias { none, first, second };
+enum class Alias {
+    none,
+    first,
+    second
+};
 
 template <class T, class Run, class Agree>
 void checkElements(const char* name, Alias alias, Placement at, Run run, Agree agree) {
@@ -111,8 +115,7 @@ void checkElements(const char* name, Alias alias, Placement at, Run run, Agree a
         return;
     }
     std::memcpy(static_cast<void*>(dst), &fresh[static_cast<std::size_t>(at.dst)], n * sizeof(T));
-    EXPECT_EQ(std::memcmp(whole, fresh.data(), fresh.size() * sizeof(T)), 0)
-        << name << " n=" << n << " strays";
+    EXPECT_EQ(std::memcmp(whole, fresh.data(), fresh.size() * sizeof(T)), 0) << name << " n=" << n << " strays";
     if (alias != Alias::first) {
         EXPECT_EQ(std::memcmp(a, valuesA.data(), n * sizeof(T)), 0) << name << " writes its source";
     }

@@ -1,0 +1,181 @@
+// The calling contract of the 32-bit DLL: entered with the stack at any multiple of 4, every export returns with the
+// registers that belong to its caller, the x87 and SSE control words and the direction flag as they were.
+#include <gtest/gtest.h>
+
+#if defined(__i386__) && defined(VEK_TEST_DLL)
+
+#include "support/prepared.h"
+#include "support/reports.h"
+
+extern "C" {
+
+struct TestMachine {
+    std::uint32_t ebx, esi, edi, ebp, esp, wantedEsp, flags, mxcsr, eax, edx;
+    std::uint16_t x87[14];   // as fnstenv stores it: control word, -, status, -, tags, ...
+};
+TestMachine testMachine;
+std::uint32_t testSavedEbp, testSavedEsp;
+std::uint16_t testSavedControl;
+std::uint32_t testSavedMxcsr;
+
+// Calls with the argument words on the stack, which at the callee's first instruction stands at `phase` modulo 16.
+void testEnter(void* function, const std::uint32_t* words, std::uint32_t count, std::uint32_t phase);
+}
+
+asm(R"(
+    .text
+    .globl _testEnter
+_testEnter:
+    pushl %ebp
+    movl %esp, %ebp
+    pushl %ebx
+    pushl %esi
+    pushl %edi
+    movl %esp, _testSavedEsp
+    movl %ebp, _testSavedEbp
+    fnstcw _testSavedControl
+    stmxcsr _testSavedMxcsr
+
+    leal -512(%esp), %eax
+    andl $-16, %eax
+    addl 20(%ebp), %eax
+    leal 4(%eax), %edi
+    movl 12(%ebp), %esi
+    movl 16(%ebp), %ecx
+    leal (%edi,%ecx,4), %edx
+    movl %edx, _testMachine+20
+    movl 8(%ebp), %edx
+    cld
+    rep movsl
+    leal 4(%eax), %esp
+
+    pushl $0x027f
+    fldcw (%esp)
+    movl $0xbf80, (%esp)
+    ldmxcsr (%esp)
+    addl $4, %esp
+    movl $0x11111111, %ebx
+    movl $0x22222222, %esi
+    movl $0x33333333, %edi
+    movl $0x44444444, %ebp
+    call *%edx
+
+    movl %ebx, _testMachine
+    movl %esi, _testMachine+4
+    movl %edi, _testMachine+8
+    movl %ebp, _testMachine+12
+    movl %esp, _testMachine+16
+    movl %eax, _testMachine+32
+    movl %edx, _testMachine+36
+    movl _testSavedEsp, %esp
+    pushfl
+    popl _testMachine+24
+    cld
+    stmxcsr _testMachine+28
+    fnstenv _testMachine+40
+    fninit
+    fldcw _testSavedControl
+    ldmxcsr _testSavedMxcsr
+    movl _testSavedEbp, %ebp
+    popl %edi
+    popl %esi
+    popl %ebx
+    popl %ebp
+    ret
+)");
+
+namespace {
+
+using namespace test;
+
+void pushWords(std::vector<std::uint32_t>& words, const void* bytes, std::size_t size) {
+    const std::size_t first = words.size();
+    words.resize(first + (size + 3) / 4);
+    std::memcpy(words.data() + first, bytes, size);
+}
+
+// As invoke(), through testEnter.
+Cell enter(const Row& tested, const Cells& cells, std::uint32_t phase) {
+    Cell result;
+    std::vector<std::uint32_t> words;
+    const void* hidden = result.bytes;   // where a result goes that two registers cannot hold
+    const bool inMemory = tested.function.resultBytes > 8;
+    if (inMemory) pushWords(words, &hidden, sizeof hidden);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const ArgumentType& type = tested.arguments[i].type;
+        pushWords(words, cells[i].bytes, type.pointer ? 4 : type.bytes);
+    }
+    testEnter(tested.function.address, words.data(), static_cast<std::uint32_t>(words.size()), phase);
+    if (!inMemory) {
+        std::memcpy(result.bytes, &testMachine.eax, tested.function.resultBytes < 4 ? tested.function.resultBytes : 4);
+        if (tested.function.resultBytes == 8) std::memcpy(result.bytes + 4, &testMachine.edx, 4);
+        if (!tested.function.returns) result = {};
+    }
+    return result;
+}
+
+class Contract : public testing::TestWithParam<std::string> {
+protected:
+    const Row& tested = row(GetParam());
+
+    void expectKept(const std::string& what) {
+        EXPECT_EQ(testMachine.ebx, 0x11111111u) << what;
+        EXPECT_EQ(testMachine.esi, 0x22222222u) << what;
+        EXPECT_EQ(testMachine.edi, 0x33333333u) << what;
+        EXPECT_EQ(testMachine.ebp, 0x44444444u) << what;
+        EXPECT_EQ(testMachine.esp, testMachine.wantedEsp) << what << ": stack";
+        EXPECT_EQ(testMachine.flags & 0x400u, 0u) << what << ": direction flag";
+        EXPECT_EQ(testMachine.mxcsr & 0xffc0u, 0xbf80u) << what << ": MXCSR";
+        EXPECT_EQ(testMachine.x87[0], 0x027f) << what << ": x87 control word";
+        EXPECT_EQ(testMachine.x87[4], 0xffff) << what << ": x87 tags";
+    }
+};
+
+TEST_P(Contract, AtEveryStackPhase) {
+    for (const int size : {1, 3, 6, 9}) {
+        for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
+            const std::string what = "size " + std::to_string(size) + " phase " + std::to_string(phase);
+            Reports reports;
+            vekSetErrMode(VEK_ErrModeSilent);
+            const Prepared direct(tested, size);
+            const Cell wanted = direct.call();
+            const std::vector<unsigned char> wantedOutputs = direct.outputs();
+            vekSetErrMode(VEK_ErrModeSilent);
+
+            const Prepared prepared(tested, size);
+            const Cell got = enter(tested, prepared.cells, phase);
+            expectKept(what);
+            // Where the control words make no difference, the results are those of an ordinary call.
+            EXPECT_EQ(prepared.damage(), "") << what;
+            if (GetParam().find("Malloc") != std::string::npos) {
+                vekFree(wanted.get<void*>());
+                vekFree(got.get<void*>());
+            } else if (tested.function.resultBytes == 4 || !tested.function.returns) {
+                EXPECT_EQ(got.get<int>(), wanted.get<int>()) << what;
+            }
+            EXPECT_EQ(prepared.outputs().size(), wantedOutputs.size());
+            vekSetErrMode(VEK_ErrModeLeaf);
+        }
+    }
+}
+
+// The path of a report is an entry too: it calls the handler.
+TEST_P(Contract, WhileReporting) {
+    if (tested.checks.empty()) return;
+    for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
+        Reports reports;
+        Prepared prepared(tested, 3);
+        const Check& check = tested.checks[0];
+        const auto index = static_cast<std::size_t>(check.argument);
+        check.provoke(tested.arguments[index], prepared.cells[index]);
+        enter(tested, prepared.cells, phase);
+        expectKept("phase " + std::to_string(phase));
+        EXPECT_EQ(reports.count(), 1u);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Export, Contract, testing::ValuesIn(rowNames()), [](const auto& info) { return info.param; });
+
+}   // namespace
+
+#endif
