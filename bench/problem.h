@@ -63,7 +63,7 @@ std::size_t timesFor(const Loop& loop, double nanoseconds) {
         const double start = now();
         loop(times);
         const double taken = now() - start;
-        if (taken >= nanoseconds / 4 || times >= (std::size_t{1} << 40))
+        if (taken >= nanoseconds / 4 || times >= (std::size_t{1} << 30))
             return 1 + static_cast<std::size_t>(static_cast<double>(times) * nanoseconds / (taken + 1));
     }
 }

@@ -18,20 +18,20 @@ struct Call {
     const char* name;     // the exported name
     VekStatus result = VEK_StsOk;
 
-    bool bad(bool failed, const char* message, int line = __builtin_LINE()) {
+    [[gnu::always_inline]] bool bad(bool failed, const char* message, int line = __builtin_LINE()) {
         if (failed) [[unlikely]]
             report(VEK_StsBadArg, message, line);
         return failed;
     }
 
-    bool noMemory(bool failed, const char* message, int line = __builtin_LINE()) {
+    [[gnu::always_inline]] bool noMemory(bool failed, const char* message, int line = __builtin_LINE()) {
         if (failed) [[unlikely]]
             report(VEK_StsNoMemory, message, line);
         return failed;
     }
 
     // After an inner call: adds this operation's line to the chain of reports when the inner call failed.
-    bool backtrace(const char* message = nullptr, int line = __builtin_LINE()) {
+    [[gnu::always_inline]] bool backtrace(const char* message = nullptr, int line = __builtin_LINE()) {
         if (context().status >= 0) [[likely]]
             return false;
         report(VEK_StsBacktrace, message, line);
@@ -40,8 +40,14 @@ struct Call {
 
     static bool stopped() { return context().status < 0; }
 
-    [[gnu::cold, gnu::noinline]] void report(VekStatus status, const char* message, int line) {
-        result = vekError(status, name, message, module, line);
+    [[gnu::always_inline]] void report(VekStatus status, const char* message, int line) {
+        result = raise(status, name, message, module, line);
+    }
+
+    // Takes no pointer to the call, so that a call lives in registers.
+    [[gnu::cold, gnu::noinline]] static VekStatus raise(VekStatus status, const char* name, const char* message,
+                                                        const char* module, int line) {
+        return vekError(status, name, message, module, line);
     }
 };
 

@@ -45,6 +45,7 @@ public:
     }
 
     const unsigned char* data() const { return begin; }
+    std::size_t size() const { return capacity; }
 
     static constexpr unsigned char canary = 0xa5;
 

@@ -1,6 +1,7 @@
 #include "prepared.h"
 
 #include <memory>
+#include <mutex>
 
 #include "data.h"
 
@@ -8,20 +9,11 @@ namespace test {
 
 namespace {
 
-// Mappings are costly; every thread keeps a few of each size.
-Guarded& slot(std::size_t index, std::size_t bytes) {
-    thread_local std::vector<std::unique_ptr<Guarded>> kept[2];
-    constexpr std::size_t small = 1 << 16;
-    const bool large = bytes > small;
-    auto& slots = kept[large];
-    if (slots.size() <= index) slots.resize(index + 1);
-    thread_local std::size_t largest[8] = {};
-    if (slots[index] == nullptr || (large && largest[index] < bytes)) {
-        slots[index] = std::make_unique<Guarded>(large ? bytes : small);
-        if (large) largest[index] = bytes;
-    }
-    return *slots[index];
-}
+// Mappings are costly: small ones are used again, by whichever thread comes next. (Not thread-local: with mingw's
+// threads an object's destructor runs after its storage is gone.)
+constexpr std::size_t small = 1 << 16;
+std::mutex poolMutex;
+std::vector<std::unique_ptr<Guarded>> pool;
 
 template <class T>
 void fillWith(unsigned char* bytes, std::size_t count, Data& data) {
@@ -37,6 +29,21 @@ void fillWith(unsigned char* bytes, std::size_t count, Data& data) {
 
 }   // namespace
 
+std::unique_ptr<Guarded, Prepared::Return> Prepared::borrow(std::size_t bytes) {
+    if (bytes > small) return std::unique_ptr<Guarded, Return>(new Guarded(bytes));
+    const std::lock_guard<std::mutex> lock(poolMutex);
+    if (pool.empty()) pool.push_back(std::make_unique<Guarded>(small));
+    std::unique_ptr<Guarded, Return> memory(pool.back().release());
+    pool.pop_back();
+    return memory;
+}
+
+void Prepared::Return::operator()(Guarded* memory) const {
+    std::unique_ptr<Guarded> owned(memory);
+    const std::lock_guard<std::mutex> lock(poolMutex);
+    if (owned->size() <= 2 * small) pool.push_back(std::move(owned));
+}
+
 Prepared::Prepared(const Row& of, int size, const std::vector<Place>& places) : cells(of.plainCells(size)), row(of) {
     Data data(static_cast<std::uint64_t>(size) + 77);
     for (std::size_t i = 0; i < row.arguments.size(); ++i) {
@@ -44,7 +51,8 @@ Prepared::Prepared(const Row& of, int size, const std::vector<Place>& places) : 
         if (!argument.isBuffer()) continue;
         const std::size_t bytes = row.elements(argument, size) * argument.type.bytes;
         const Place place = i < places.size() ? places[i] : Place{};
-        Guarded& memory = slot(buffers.size(), bytes + 1024);
+        std::unique_ptr<Guarded, Return> borrowed = borrow(bytes + 1024);
+        Guarded& memory = *borrowed;
         auto* start = static_cast<unsigned char*>(place.where == Place::front  ? memory.place(bytes, Edge::front)
                                                   : place.where == Place::back ? memory.place(bytes, Edge::back)
                                                                                : memory.placeAt(bytes, 256 + place.bytes));
@@ -56,7 +64,7 @@ Prepared::Prepared(const Row& of, int size, const std::vector<Place>& places) : 
             if (real == 'i') fillWith<std::int32_t>(start, bytes / 4, data);
         }
         cells[i].set<void*>(start);
-        buffers.push_back({i, bytes, &memory});
+        buffers.push_back({i, bytes, std::move(borrowed)});
     }
     outputsBefore = outputs();
     for (std::size_t i = 0; i < buffers.size(); ++i) inputsBefore.push_back(held(false, i));

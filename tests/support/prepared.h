@@ -1,6 +1,7 @@
 // A call of one row with its buffers in place.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -32,11 +33,16 @@ public:
     const std::vector<unsigned char>& before() const { return outputsBefore; }
 
 private:
+    // Gives the mapping back for the next call to use.
+    struct Return {
+        void operator()(Guarded* memory) const;
+    };
     struct Buffer {
         std::size_t argument;
         std::size_t size;
-        Guarded* memory;
+        std::unique_ptr<Guarded, Return> memory;
     };
+    static std::unique_ptr<Guarded, Return> borrow(std::size_t bytes);
 
     const Row& row;
     std::vector<Buffer> buffers;

@@ -4,14 +4,9 @@ namespace test {
 
 namespace {
 
-thread_local std::vector<Report> recorded;
+thread_local Reports* current = nullptr;
 
 std::string orNull(const char* text) { return text != nullptr ? text : "(null)"; }
-
-VekStatus VEKAPI record(VekStatus status, const char* name, const char* message, const char* file, int line) {
-    recorded.push_back({status, orNull(name), orNull(message), orNull(file), line});
-    return Reports::answer(status);
-}
 
 }   // namespace
 
@@ -26,14 +21,21 @@ std::string describe(const std::vector<Report>& reports) {
     return text;
 }
 
-Reports::Reports() : previous(vekRedirectError(record)) { clear(); }
+VekStatus VEKAPI Reports::record(VekStatus status, const char* name, const char* message, const char* file, int line) {
+    current->recorded.push_back({status, orNull(name), orNull(message), orNull(file), line});
+    return answer(status);
+}
+
+Reports::Reports() : previous(vekRedirectError(record)), outer(current) {
+    current = this;
+    clear();
+}
 
 Reports::~Reports() {
     clear();
+    current = outer;
     vekRedirectError(previous);
 }
-
-const std::vector<Report>& Reports::seen() const { return recorded; }
 
 void Reports::clear() {
     recorded.clear();

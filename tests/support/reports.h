@@ -30,7 +30,7 @@ public:
     // What the handler answers to a report of this status.
     static VekStatus answer(VekStatus status) { return status - 1000; }
 
-    const std::vector<Report>& seen() const;
+    const std::vector<Report>& seen() const { return recorded; }
     std::size_t count() const { return seen().size(); }
     // Forgets the reports and clears the thread's status.
     void clear();
@@ -38,7 +38,11 @@ public:
     std::string text() const { return describe(seen()); }
 
 private:
+    static VekStatus VEKAPI record(VekStatus status, const char* name, const char* message, const char* file, int line);
+
+    std::vector<Report> recorded;
     VekErrorHandler previous;
+    Reports* outer;
 };
 
 std::string reportLine(VekStatus status, const std::string& name, const std::string& message,
