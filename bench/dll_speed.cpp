@@ -11,10 +11,10 @@
 
 namespace {
 
-const char* const vectors[] = {"veksbAdd3", "vekcbMpy3", "vekdbMpy3", "vekcbConjFlip2", "veksbSqrt2", "vekcbSqrt2",
-                               "veksbThresh2", "vekzbInvThresh2"};
-const char* const transforms[] = {"vekcFft", "vekcFftNip", "vekzFft", "vekzFftNip", "veksRealFftNip", "veksCcsFftNip",
-                                  "vekdRealFftNip", "vekdCcsFftNip"};
+const char* const vectors[] = {"veksbAdd3",  "vekcbMpy3",  "vekdbMpy3",    "vekcbConjFlip2",
+                               "veksbSqrt2", "vekcbSqrt2", "veksbThresh2", "vekzbInvThresh2"};
+const char* const transforms[] = {"vekcFft",        "vekcFftNip",    "vekzFft",        "vekzFftNip",
+                                  "veksRealFftNip", "veksCcsFftNip", "vekdRealFftNip", "vekdCcsFftNip"};
 
 void measure(const char* name, int size) {
     bench::Problem problem(test::row(name), size);

@@ -12,22 +12,22 @@ template <class T>
 struct Fftw;
 
 // The two precisions differ in their prefix alone.
-#define FFTW_OF(real, prefix)                                                                                   \
-    template <>                                                                                                 \
-    struct Fftw<real> {                                                                                         \
-        using Plan = prefix##_plan;                                                                             \
-        using Pair = prefix##_complex;                                                                          \
-        static Plan complex(int n, Pair* in, Pair* out, unsigned effort) {                                      \
-            return prefix##_plan_dft_1d(n, in, out, FFTW_FORWARD, effort);                                      \
-        }                                                                                                       \
-        static Plan forward(int n, real* in, Pair* out, unsigned effort) {                                      \
-            return prefix##_plan_dft_r2c_1d(n, in, out, effort);                                                \
-        }                                                                                                       \
-        static Plan inverse(int n, Pair* in, real* out, unsigned effort) {                                      \
-            return prefix##_plan_dft_c2r_1d(n, in, out, effort);                                                \
-        }                                                                                                       \
-        static void execute(Plan plan) { prefix##_execute(plan); }                                              \
-        static void destroy(Plan plan) { prefix##_destroy_plan(plan); }                                         \
+#define FFTW_OF(real, prefix)                                              \
+    template <>                                                            \
+    struct Fftw<real> {                                                    \
+        using Plan = prefix##_plan;                                        \
+        using Pair = prefix##_complex;                                     \
+        static Plan complex(int n, Pair* in, Pair* out, unsigned effort) { \
+            return prefix##_plan_dft_1d(n, in, out, FFTW_FORWARD, effort); \
+        }                                                                  \
+        static Plan forward(int n, real* in, Pair* out, unsigned effort) { \
+            return prefix##_plan_dft_r2c_1d(n, in, out, effort);           \
+        }                                                                  \
+        static Plan inverse(int n, Pair* in, real* out, unsigned effort) { \
+            return prefix##_plan_dft_c2r_1d(n, in, out, effort);           \
+        }                                                                  \
+        static void execute(Plan plan) { prefix##_execute(plan); }         \
+        static void destroy(Plan plan) { prefix##_destroy_plan(plan); }    \
     };
 FFTW_OF(float, fftwf)
 FFTW_OF(double, fftw)
@@ -43,7 +43,7 @@ void addFor(const Problem& problem, Peers& peers) {
     void* in = problem.in[0];
     void* out = problem.out;
     const std::pair<const char*, unsigned> efforts[] = {{"FFTW estimate", FFTW_ESTIMATE},
-                                                         {"FFTW measure", FFTW_MEASURE}};
+                                                        {"FFTW measure", FFTW_MEASURE}};
     for (const auto& [name, effort] : efforts) {
         typename F::Plan plan = nullptr;
         if (operation == "Fft") plan = F::complex(n, static_cast<Pair*>(in), static_cast<Pair*>(out), effort);

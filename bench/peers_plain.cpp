@@ -17,10 +17,9 @@ void add(const char* name, PlainLoop<T> loop, const Problem& problem, Peers& pee
     struct Pair {
         T re, im;
     };
-    peers.push_back(peerOf(name, [loop, a = operand(0), b = operand(1), out = static_cast<T*>(problem.out),
-                                  n = problem.n, scalar = problem.scalar.get<Pair>()] {
-        loop(a, b, out, n, scalar.re, scalar.im);
-    }));
+    peers.push_back(
+        peerOf(name, [loop, a = operand(0), b = operand(1), out = static_cast<T*>(problem.out), n = problem.n,
+                      scalar = problem.scalar.get<Pair>()] { loop(a, b, out, n, scalar.re, scalar.im); }));
 }
 
 template <class T>
@@ -34,10 +33,9 @@ void addIndexed(const Problem& problem, Peers& peers) {
                 if (const std::int32_t j = (*index)[static_cast<std::size_t>(i)]; i < j) std::swap(out[i], out[j]);
         }));
     } else {
-        peers.push_back(
-            peerOf("index loop", [index, out, in = static_cast<const T*>(problem.in[0]), n = problem.n] {
-                for (std::size_t i = 0; i < n; ++i) out[i] = in[(*index)[i]];
-            }));
+        peers.push_back(peerOf("index loop", [index, out, in = static_cast<const T*>(problem.in[0]), n = problem.n] {
+            for (std::size_t i = 0; i < n; ++i) out[i] = in[(*index)[i]];
+        }));
     }
 }
 

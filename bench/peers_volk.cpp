@@ -30,14 +30,17 @@ void addVolk(const Problem& problem, Peers& peers) {
         const auto* a = static_cast<const float*>(in(0));
         const auto* b = static_cast<const float*>(in(1));
         const auto value = problem.scalar.get<float>();
-        if (operation == "s:Add") both([=] { volk_32f_x2_add_32f(out, a, b, n); },
-                                       [=] { volk_32f_x2_add_32f_a_avx(out, a, b, n); });
-        if (operation == "s:Sub") both([=] { volk_32f_x2_subtract_32f(out, a, b, n); },
-                                       [=] { volk_32f_x2_subtract_32f_a_avx(out, a, b, n); });
-        if (operation == "s:Mpy") both([=] { volk_32f_x2_multiply_32f(out, a, b, n); },
-                                       [=] { volk_32f_x2_multiply_32f_a_avx(out, a, b, n); });
-        if (operation == "s:Sqr") both([=] { volk_32f_x2_multiply_32f(out, a, a, n); },
-                                       [=] { volk_32f_x2_multiply_32f_a_avx(out, a, a, n); });
+        if (operation == "s:Add")
+            both([=] { volk_32f_x2_add_32f(out, a, b, n); }, [=] { volk_32f_x2_add_32f_a_avx(out, a, b, n); });
+        if (operation == "s:Sub")
+            both([=] { volk_32f_x2_subtract_32f(out, a, b, n); },
+                 [=] { volk_32f_x2_subtract_32f_a_avx(out, a, b, n); });
+        if (operation == "s:Mpy")
+            both([=] { volk_32f_x2_multiply_32f(out, a, b, n); },
+                 [=] { volk_32f_x2_multiply_32f_a_avx(out, a, b, n); });
+        if (operation == "s:Sqr")
+            both([=] { volk_32f_x2_multiply_32f(out, a, a, n); },
+                 [=] { volk_32f_x2_multiply_32f_a_avx(out, a, a, n); });
         if (operation == "s:Add1") add([=] { volk_32f_s32f_add_32f(out, a, value, n); });
         if (operation == "s:Sub1") add([=] { volk_32f_s32f_add_32f(out, a, -value, n); });
         if (operation == "s:Mpy1") add([=] { volk_32f_s32f_multiply_32f(out, a, value, n); });

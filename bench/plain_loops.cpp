@@ -9,11 +9,11 @@ namespace bench::PLAIN {
 
 namespace {
 
-#define LOOP(name, body)                                                                                      \
-    template <class T>                                                                                        \
-    void name([[maybe_unused]] const T* a, [[maybe_unused]] const T* b, T* out, std::size_t n,                \
-              [[maybe_unused]] T re, [[maybe_unused]] T im) {                                                 \
-        _Pragma("GCC ivdep") for (std::size_t i = 0; i < n; ++i) body                                         \
+#define LOOP(name, body)                                                                                              \
+    template <class T>                                                                                                \
+    void name([[maybe_unused]] const T* a, [[maybe_unused]] const T* b, T* out, std::size_t n, [[maybe_unused]] T re, \
+              [[maybe_unused]] T im) {                                                                                \
+        _Pragma("GCC ivdep") for (std::size_t i = 0; i < n; ++i) body                                                 \
     }
 
 LOOP(zero, { out[i] = 0; })
@@ -34,11 +34,11 @@ LOOP(invThresh, {
     out[i] = std::fabs(x) > re ? 1 / x : std::copysign(1 / re, x);
 })
 
-#define PAIRS(name, body)             \
-    LOOP(name, {                      \
-        const T x = a[2 * i];         \
-        const T y = a[2 * i + 1];     \
-        body                          \
+#define PAIRS(name, body)         \
+    LOOP(name, {                  \
+        const T x = a[2 * i];     \
+        const T y = a[2 * i + 1]; \
+        body                      \
     })
 
 LOOP(pairSet, {

@@ -34,7 +34,12 @@ double now() {
 }
 
 Problem::Problem(const test::Row& of, int atSize)
-    : row(of), size(atSize), type(row.name()[3]), operation(operationOf(row)), inPlace(false), out(nullptr),
+    : row(of),
+      size(atSize),
+      type(row.name()[3]),
+      operation(operationOf(row)),
+      inPlace(false),
+      out(nullptr),
       cells(row.plainCells(size)) {
     n = row.takesOrder() ? std::size_t{1} << size : static_cast<std::size_t>(size);
     for (std::size_t i = 0; i < row.arguments.size(); ++i) {

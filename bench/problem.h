@@ -18,11 +18,11 @@ public:
     Problem& operator=(const Problem&) = delete;
 
     const test::Row& row;
-    int size;              // length, or order
-    char type;             // the letter in the name: s d c z w v
-    std::string operation; // what follows the type: "Add", "Add1" (with a scalar), "Sqrt", "FftNip", "RealFft"
+    int size;                // length, or order
+    char type;               // the letter in the name: s d c z w v
+    std::string operation;   // what follows the type: "Add", "Add1" (with a scalar), "Sqrt", "FftNip", "RealFft"
     bool inPlace;
-    std::size_t n;         // elements
+    std::size_t n;   // elements
     // In the order of computation: what is read (in place: the vector itself first), and what is written last.
     std::vector<void*> in;
     void* out;

@@ -45,7 +45,8 @@ public:
         : problem(row, size), target(options.quick ? 2e5 : 5e5) {
         for (int i = vek::level::levelCount - 1; i >= 0; --i)
             if (const auto* level = vek::level::at(i); level != nullptr && std::strcmp(level->name, "sse2") != 0)
-                contenders.push_back({level->name, level->name, [this](std::size_t times) { problem.call(times); }, 0, {}});
+                contenders.push_back(
+                    {level->name, level->name, [this](std::size_t times) { problem.call(times); }, 0, {}});
         Peers peers;
         for (const auto& add : family.peers) add(problem, peers);
         for (Peer& peer : peers)

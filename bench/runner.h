@@ -11,10 +11,10 @@
 namespace bench {
 
 struct Family {
-    bool (*wanted)(const test::Row& row);       // rows that are always measured; --all adds the rest
-    std::vector<const char*> modules;           // whose rows they are
-    std::vector<int> sizes;                     // lengths or orders
-    std::vector<int> quickSizes;                // with --quick
+    bool (*wanted)(const test::Row& row);   // rows that are always measured; --all adds the rest
+    std::vector<const char*> modules;       // whose rows they are
+    std::vector<int> sizes;                 // lengths or orders
+    std::vector<int> quickSizes;            // with --quick
     std::vector<void (*)(const Problem& problem, Peers& peers)> peers;
 };
 

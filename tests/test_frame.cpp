@@ -367,7 +367,7 @@ constexpr char ending[] = "ZTL Library:\nterminating the application";
 
 #ifndef _WIN32
 
-TEST(MessageBox, PromptAtATerminal) {
+TEST(BoxReport, PromptAtATerminal) {
     const struct {
         int mode;
         Terminal terminal;
@@ -406,7 +406,7 @@ TEST(MessageBox, PromptAtATerminal) {
     }
 }
 
-TEST(MessageBox, SilentAndUnknownModesAskNothing) {
+TEST(BoxReport, SilentAndUnknownModesAskNothing) {
     for (const int mode : {int{VEK_ErrModeSilent}, 3, -1}) {
         const Ended ended = runReport("box", mode, -5, -5, "f", "m", "file", 1);
         EXPECT_EQ(ended.errors, "<returned>") << mode;
@@ -416,7 +416,7 @@ TEST(MessageBox, SilentAndUnknownModesAskNothing) {
 
 #else
 
-TEST(MessageBox, WindowAndItsButtons) {
+TEST(BoxReport, WindowAndItsButtons) {
     const struct {
         int mode;
         int pressed;
@@ -451,7 +451,7 @@ TEST(MessageBox, WindowAndItsButtons) {
     }
 }
 
-TEST(MessageBox, SilentAndUnknownModesAskNothing) {
+TEST(BoxReport, SilentAndUnknownModesAskNothing) {
     for (const int mode : {int{VEK_ErrModeSilent}, 3, -1}) {
         const Ended ended = runReport("box", mode, -5, -5, "f", "m", "file", 1, Terminal::none, "", "1");
         EXPECT_EQ(ended.errors, "<returned>") << mode;

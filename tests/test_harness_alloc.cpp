@@ -90,7 +90,7 @@ TEST_P(Memory, FailingAtEachRequest) {
     EXPECT_GT(requestsSeen, 0);
 }
 
-// Without memory for the largest orders there is a report, quickly, and the thread goes on.
+// Without memory for the largest orders, or addresses for it, there is a report, and the thread goes on.
 TEST_P(Memory, LargestOrders) {
     if (!tested.takesOrder()) return;
     constexpr std::size_t available = 64 << 20;
@@ -104,9 +104,7 @@ TEST_P(Memory, LargestOrders) {
             if (tested.arguments[i].role == Role::flags) prepared.cells[i].set(tested.flags | VEK_Init);
         heap::failAbove(available);
         const Cell result = prepared.call();
-        const bool refused = heap::failures() > 0;
         heap::failNone();
-        ASSERT_TRUE(refused) << order;
         const Row& reporter = tested.inner.empty() ? tested : row(tested.inner);
         std::string wanted = reportLine(VEK_StsNoMemory, reporter.name(), reporter.noMemory, reporter.module);
         if (!tested.inner.empty())   // initialises once

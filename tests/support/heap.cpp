@@ -139,10 +139,10 @@ bool rerouteAll() {
 
 }   // namespace
 
-bool available() {
-    static const bool rerouted = rerouteAll();
-    return rerouted;
-}
+// From the start: a block is to be seen both when it comes and when it goes.
+const bool rerouted = rerouteAll();
+
+bool available() { return rerouted; }
 long outstanding() { return balance; }
 
 #else

@@ -49,7 +49,11 @@ Ended runSelf(const std::vector<std::string>& arguments, Terminal, const std::st
     if (!ended.exited) TerminateProcess(process.hProcess, 99);
     char buffer[4096];
     DWORD count = 0;
-    while (ReadFile(readEnd, buffer, sizeof buffer, &count, nullptr) && count > 0) ended.errors.append(buffer, count);
+    // No read to the end of file: what the system started for the child's windows keeps the pipe open.
+    DWORD waiting = 0;
+    while (PeekNamedPipe(readEnd, nullptr, 0, nullptr, &waiting, nullptr) && waiting > 0 &&
+           ReadFile(readEnd, buffer, sizeof buffer, &count, nullptr))
+        ended.errors.append(buffer, count);
     DWORD code = 0;
     GetExitCodeProcess(process.hProcess, &code);
     ended.code = static_cast<int>(code);
