@@ -402,6 +402,7 @@ constexpr int log2Of(int power) {
 // The self-sorting form: the first radix and the rest both hold at least one vector.
 template <class T>
 constexpr Plan planOf(int order) {
+    if (order == 3 && sizeof(T) == 8 && lanes<T> > 1) return spread(order, 2, 1);
     if (order <= 3 || lanes<T> == 1) return spread(order, 1, 1);
     int width = lanes<T>;
     while (2 * log2Of(width) > order) width /= 2;
@@ -584,6 +585,7 @@ VEK_INLINE bool runInRegisters(const In& in, const Out& out, int order, const T*
         return fitsRegisters<T>(o);
     };
     switch (order) {
+        case 3: return attempt(Int<3>{});
         case 4: return attempt(Int<4>{});
         case 5: return attempt(Int<5>{});
         case 6: return attempt(Int<6>{});
@@ -818,10 +820,10 @@ VEK_INLINE Cx<Vec<T, W>> backwards(Cx<Vec<T, W>> x) {
 }
 
 // Calls body(Int<W>, k) for groups k ... k + W - 1 of 1 ... m/2, W the widest for which a group and its mirror image
-// m - k ... do not meet, but for the middle bin itself.
+// m - k ... share no more than the middle bin. Groups that start at 1 end there exactly.
 template <class T, int W, class F>
 VEK_INLINE size_t mirrorGroups(size_t k, size_t m, F body) {
-    for (; k + (W - 1) + (W > 1 ? k + W - 1 : 0) < (W > 1 ? m : m / 2 + 1); k += W) body(Int<W>{}, k);
+    for (; 2 * (k + W - 1) <= m; k += W) body(Int<W>{}, k);
     if constexpr (W > 1) return mirrorGroups<T, narrower<T, W>>(k, m, body);
     return k;
 }
