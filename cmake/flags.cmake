@@ -15,7 +15,7 @@ if(WIN32)
   list(APPEND VEK_FLAGS -msse2 -mfpmath=sse -mincoming-stack-boundary=2 -mstackrealign)
 endif()
 if(VEKM6_SANITIZE)
-  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer -g)
+  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VEKM6_SANITIZE})
 endif()
 

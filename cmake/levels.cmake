@@ -3,6 +3,10 @@
 # The loops are written over vectors by hand; the compiler's own joining of neighbouring scalar operations only makes
 # the scalar remainders slower.
 set(VEK_KERNEL_FLAGS -O3 -fno-tree-slp-vectorize)
+if(VEKM6_SANITIZE)
+  # Straight-line transforms with every check would compile for minutes; the address checks stay.
+  set(VEK_KERNEL_FLAGS -O1 -fno-tree-slp-vectorize -fno-sanitize=null,alignment,object-size,pointer-overflow)
+endif()
 
 set(VEK_FLAGS_portable "")
 set(VEK_FLAGS_sse2 -msse2)

@@ -430,6 +430,8 @@ TEST(BoxReport, WindowAndItsButtons) {
     };
     for (const BoxText& box : boxTexts) {
         for (const auto& answer : answers) {
+            // A window takes its time: every button once, and every text.
+            if (&box != boxTexts && answer.pressed != IDNO) continue;
             const std::string what = std::string(box.body) + " mode " + std::to_string(answer.mode) + " button " +
                                      std::to_string(answer.pressed);
             const Ended ended = runReport("box", answer.mode, box.threadStatus, box.status, box.name, box.message,
