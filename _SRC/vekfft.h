@@ -40,7 +40,11 @@ struct Tables {
     const std::int32_t* swaps = nullptr;
 };
 
-enum Extra { none = 0, realSplit = 1, swapList = 2 };
+enum Extra {
+    none = 0,
+    realSplit = 1,
+    swapList = 2
+};
 
 inline void rootOf(std::uint64_t k, std::uint64_t n, double* re, double* im) {
     const core::Root root = core::unitRoot(k, n);
@@ -74,9 +78,9 @@ template <class T>
                                     [&](T* table) { kernels.fillTable(order, table, rootOf); });
     if (working == nullptr) return false;
     if ((extras & swapList) != 0 && context().tables.swapListOf(order) == nullptr) return false;
-    return (extras & realSplit) == 0 ||
-           lineTable<T>(cache.realSplit, order, kernels.splitLength(order),
-                        [&](T* table) { kernels.fillSplit(order, table, rootOf); }) != nullptr;
+    return (extras & realSplit) == 0 || lineTable<T>(cache.realSplit, order, kernels.splitLength(order), [&](T* table) {
+                                            kernels.fillSplit(order, table, rootOf);
+                                        }) != nullptr;
 }
 
 template <class T>
@@ -253,7 +257,11 @@ void splitNip(const char* name, const T* reInSamps, const T* imInSamps, T* reOut
 
 // ---- Real transforms ----------------------------------------------------------------------------------------------
 
-enum class Layout { ccs, rcPack, rcPerm };
+enum class Layout {
+    ccs,
+    rcPack,
+    rcPerm
+};
 
 inline Layout outLayout(int flags) { return (flags & VEK_OutRCPack) != 0 ? Layout::rcPack : Layout::rcPerm; }
 inline Layout inLayout(int flags) { return (flags & VEK_InRCPack) != 0 ? Layout::rcPack : Layout::rcPerm; }
@@ -346,8 +354,8 @@ void realSteps(const char* name, const T* in, T* out, int order, int flags, Layo
 template <bool Forward, class T, class BadPacking>
 void realInPlace(const char* name, T* samps, int order, int flags, Layout layout, BadPacking badPacking) {
     realSteps<Forward, T>(
-        name, samps, samps, order, flags, layout,
-        [=](Call& call) { return call.bad(samps == nullptr, "samps==0"); }, badPacking);
+        name, samps, samps, order, flags, layout, [=](Call& call) { return call.bad(samps == nullptr, "samps==0"); },
+        badPacking);
 }
 
 template <bool Forward, class T, class BadPacking>

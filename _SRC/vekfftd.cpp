@@ -15,8 +15,8 @@ void VEKAPI vekzFftNip(const VekDCplx* inSamps, VekDCplx* outSamps, int order, i
 void VEKAPI vekzrFft(double* reSamps, double* imSamps, int order, int flags) {
     fft::split("vekzrFft", reSamps, imSamps, order, flags);
 }
-void VEKAPI vekzrFftNip(const double* reInSamps, const double* imInSamps, double* reOutSamps, double* imOutSamps, int order,
-                        int flags) {
+void VEKAPI vekzrFftNip(const double* reInSamps, const double* imInSamps, double* reOutSamps, double* imOutSamps,
+                        int order, int flags) {
     fft::splitNip("vekzrFftNip", reInSamps, imInSamps, reOutSamps, imOutSamps, order, flags);
 }
 
@@ -42,7 +42,8 @@ VekStatus VEKAPI vekdReal2Fft(double* samps1, double* samps2, int order, int fla
         "vekdReal2Fft", "out vekdRealFft", flags, [=] { vekdRealFft(samps1, order, flags); },
         [=] { vekdRealFft(samps2, order, flags); });
 }
-VekStatus VEKAPI vekdReal2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order, int flags) {
+VekStatus VEKAPI vekdReal2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order,
+                                 int flags) {
     return fft::twice<double>(
         "vekdReal2FftNip", "out vekdRealFftNip", flags, [=] { vekdRealFftNip(in1, out1, order, flags); },
         [=] { vekdRealFftNip(in2, out2, order, flags); });
@@ -52,7 +53,8 @@ VekStatus VEKAPI vekdCcs2Fft(double* samps1, double* samps2, int order, int flag
         "vekdCcs2Fft", "out vekdCcsFft", flags, [=] { vekdCcsFft(samps1, order, flags); },
         [=] { vekdCcsFft(samps2, order, flags); });
 }
-VekStatus VEKAPI vekdCcs2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order, int flags) {
+VekStatus VEKAPI vekdCcs2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order,
+                                int flags) {
     return fft::twice<double>(
         "vekdCcs2FftNip", "out vekdCcsFftNip", flags, [=] { vekdCcsFftNip(in1, out1, order, flags); },
         [=] { vekdCcsFftNip(in2, out2, order, flags); });

@@ -17,13 +17,13 @@ constexpr const char* unknownText = "Unknown error or status code";
 // Indexed by status - firstStatus.
 constexpr int firstStatus = VEK_StsAutotrace;
 constexpr const char* statusTexts[] = {
-    "Autotrace call",             // -8
+    "Autotrace call",   // -8
     "Iteration convergence failed",
     "Unsupported function",
     "Bad argument",
     "Out of memory",
     "Internal error (bad state)",
-    unknownText,                  // -2 has no meaning
+    unknownText,   // -2 has no meaning
     "Backtrace",
     "No Error",
 };

@@ -14,7 +14,10 @@ constexpr const char* module = "vekmisc";
 
 // log2 of the element size over 2 bytes: the kernels' index.
 template <class T>
-constexpr int sizeIndex = sizeof(T) == 2 ? 0 : sizeof(T) == 4 ? 1 : sizeof(T) == 8 ? 2 : 3;
+constexpr int sizeIndex = sizeof(T) == 2   ? 0
+                          : sizeof(T) == 4 ? 1
+                          : sizeof(T) == 8 ? 2
+                                           : 3;
 
 // The orders below 3 permute without the list.
 bool noSwapList(Call& call, int order, const std::int32_t*& swaps) {

@@ -38,8 +38,9 @@ const T* getFft(const char* name, int order) {
     Call call{module, name};
     if (badOrder(call, order) || call.stopped()) return nullptr;
     const std::uint64_t count = std::uint64_t{1} << order;
-    const T* table = tablesOf(static_cast<const T*>(nullptr))
-                         .fft.template get<T>(order, count, [count](T* fresh) { fillTwiddles(fresh, count); });
+    const T* table = tablesOf(static_cast<const T*>(nullptr)).fft.template get<T>(order, count, [count](T* fresh) {
+        fillTwiddles(fresh, count);
+    });
     call.noMemory(table == nullptr, "NULL Pointer");
     return table;
 }

@@ -15,7 +15,9 @@ if(WIN32)
   list(APPEND VEK_FLAGS -msse2 -mfpmath=sse -mincoming-stack-boundary=2 -mstackrealign)
 endif()
 if(VEKM6_SANITIZE)
-  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer)
+  # Checks by call: straight-line transforms with checks in line would compile for minutes.
+  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer
+                      --param=asan-instrumentation-with-call-threshold=0)
   add_link_options(-fsanitize=${VEKM6_SANITIZE})
 endif()
 

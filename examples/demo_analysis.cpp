@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t mostSlots = 1800;   // more than a picture has columns of use
 constexpr std::size_t batch = 32;         // frames that are transformed in one go
 constexpr std::size_t partialCount = 5;
-constexpr double partialRange = 60;   // dB below the strongest one
+constexpr double partialRange = 60;     // dB below the strongest one
 constexpr double partialFloor = -100;   // dBFS
 
 double secondsNow() {

@@ -15,18 +15,18 @@ struct Partial {
 };
 
 struct Second {
-    double start, end;   // s
-    double level;        // dBFS
+    double start, end;               // s
+    double level;                    // dBFS
     std::vector<Partial> partials;   // the strongest first
 };
 
 // Levels in dBFS refer to a sine of full scale.
 struct Analysis {
-    int order = 0;              // of the transform: 2^order points
-    std::size_t window = 0;     // samples; the rest of the transform's input is zero
-    std::size_t hop = 0;        // samples
+    int order = 0;            // of the transform: 2^order points
+    std::size_t window = 0;   // samples; the rest of the transform's input is zero
+    std::size_t hop = 0;      // samples
     std::size_t frames = 0;
-    std::size_t slots = 0;      // frames, or groups of them in long recordings
+    std::size_t slots = 0;   // frames, or groups of them in long recordings
     std::size_t bins = 0;
     double binWidth = 0;        // Hz
     std::vector<float> power;   // [slot][bin], 1 for a sine of full scale; of a group its greatest

@@ -23,11 +23,11 @@ std::string escaped(const std::string& text) {
     std::string result;
     for (const char c : text) {
         switch (c) {
-        case '&': result += "&amp;"; break;
-        case '<': result += "&lt;"; break;
-        case '>': result += "&gt;"; break;
-        case '"': result += "&quot;"; break;
-        default: result += static_cast<unsigned char>(c) < 32 ? ' ' : c;
+            case '&': result += "&amp;"; break;
+            case '<': result += "&lt;"; break;
+            case '>': result += "&gt;"; break;
+            case '"': result += "&quot;"; break;
+            default: result += static_cast<unsigned char>(c) < 32 ? ' ' : c;
         }
     }
     return result;
@@ -112,9 +112,10 @@ void Chart::bar(const std::string& uri, const std::vector<Tick>& ticks, const ch
     text += print("<rect class=\"edge\" x=\"%d\" y=\"%d\" width=\"%d\" height=\"%d\"/>\n", x, top, thick, height);
     for (const Tick& tick : ticks) {
         const double y = top + height * (1 - tick.at);
-        text += print("<line x1=\"%d\" x2=\"%d\" y1=\"%.1f\" y2=\"%.1f\"/><text x=\"%d\" y=\"%.1f\" "
-                      "text-anchor=\"end\">%s</text>\n",
-                      x + thick, x + thick + 4, y, y, x + thick + 36, y + 4, tick.label.c_str());
+        text += print(
+            "<line x1=\"%d\" x2=\"%d\" y1=\"%.1f\" y2=\"%.1f\"/><text x=\"%d\" y=\"%.1f\" "
+            "text-anchor=\"end\">%s</text>\n",
+            x + thick, x + thick + 4, y, y, x + thick + 36, y + 4, tick.label.c_str());
     }
     text += print("<text x=\"%d\" y=\"%d\" text-anchor=\"end\">%s</text>\n", x + thick + 36, top - 10, label);
 }
@@ -123,9 +124,10 @@ void Chart::horizontal(const std::vector<Tick>& ticks, const char* label) {
     const int y = top + height;
     for (const Tick& tick : ticks) {
         const double x = left + width * tick.at;
-        text += print("<line x1=\"%.1f\" x2=\"%.1f\" y1=\"%d\" y2=\"%d\"/><text x=\"%.1f\" y=\"%d\" "
-                      "text-anchor=\"middle\">%s</text>\n",
-                      x, x, y, y + 5, x, y + 18, tick.label.c_str());
+        text += print(
+            "<line x1=\"%.1f\" x2=\"%.1f\" y1=\"%d\" y2=\"%d\"/><text x=\"%.1f\" y=\"%d\" "
+            "text-anchor=\"middle\">%s</text>\n",
+            x, x, y, y + 5, x, y + 18, tick.label.c_str());
     }
     text += print("<text x=\"%d\" y=\"%d\" text-anchor=\"middle\">%s</text>\n", left + width / 2, y + 35, label);
 }
@@ -133,9 +135,10 @@ void Chart::horizontal(const std::vector<Tick>& ticks, const char* label) {
 void Chart::vertical(const std::vector<Tick>& ticks, const char* label) {
     for (const Tick& tick : ticks) {
         const double y = top + height * (1 - tick.at);
-        text += print("<line x1=\"%d\" x2=\"%d\" y1=\"%.1f\" y2=\"%.1f\"/><text x=\"%d\" y=\"%.1f\" "
-                      "text-anchor=\"end\">%s</text>\n",
-                      left - 5, left, y, y, left - 8, y + 4, tick.label.c_str());
+        text += print(
+            "<line x1=\"%d\" x2=\"%d\" y1=\"%.1f\" y2=\"%.1f\"/><text x=\"%d\" y=\"%.1f\" "
+            "text-anchor=\"end\">%s</text>\n",
+            left - 5, left, y, y, left - 8, y + 4, tick.label.c_str());
     }
     text += print("<text x=\"12\" y=\"%d\" text-anchor=\"middle\" transform=\"rotate(-90 12 %d)\">%s</text>\n",
                   top + height / 2, top + height / 2, label);
@@ -143,8 +146,9 @@ void Chart::vertical(const std::vector<Tick>& ticks, const char* label) {
 
 void Chart::mark(double at, const std::string& label, double room) {
     const double x = left + width * at;
-    if (at > 0) text += print("<line class=\"mark\" x1=\"%.1f\" x2=\"%.1f\" y1=\"%d\" y2=\"%d\"/>\n", x, x, top - 14,
-                              top + height);
+    if (at > 0)
+        text +=
+            print("<line class=\"mark\" x1=\"%.1f\" x2=\"%.1f\" y1=\"%d\" y2=\"%d\"/>\n", x, x, top - 14, top + height);
     constexpr double glyph = 6.2;
     if (static_cast<double>(label.size()) * glyph < room * width)
         text += print("<text class=\"clip\" x=\"%.1f\" y=\"%d\">%s</text>\n", x + 4, top - 6, escaped(label).c_str());

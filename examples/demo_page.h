@@ -9,9 +9,9 @@ namespace demo {
 // printf to a string.
 [[gnu::format(printf, 1, 2)]] std::string print(const char* format, ...);
 
-std::string escaped(const std::string& text);        // for HTML text and attributes
-std::string number(double value, int decimals);      // with a minus sign as long as a digit is wide
-std::string grouped(unsigned long long value);       // 1 234 567
+std::string escaped(const std::string& text);          // for HTML text and attributes
+std::string number(double value, int decimals);        // with a minus sign as long as a digit is wide
+std::string grouped(unsigned long long value);         // 1 234 567
 std::string clock(double seconds, int decimals = 0);   // 83 -> 1:23
 
 struct Tick {

@@ -14,9 +14,9 @@ struct Clip {
 
 struct Recording {
     std::string title;
-    std::string format;   // container and coding, as the sound library names them
-    int rate = 0;         // samples per second
-    int channels = 0;     // before they were mixed
+    std::string format;           // container and coding, as the sound library names them
+    int rate = 0;                 // samples per second
+    int channels = 0;             // before they were mixed
     std::vector<float> samples;   // full scale is +-1
     std::vector<Clip> clips;      // one per file
     std::size_t notFinite = 0;    // samples that were no numbers and were set to 0

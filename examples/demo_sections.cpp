@@ -77,8 +77,8 @@ std::string waveform(const Recording& recording, const Analysis&) {
 // ---- Spectrogram ----------------------------------------------------------------------------------------------------
 
 struct Spectrogram {
-    double low, high;      // Hz
-    double floor, top;     // dBFS
+    double low, high;    // Hz
+    double floor, top;   // dBFS
 };
 
 // Decibels of one column at every row, from the top down. Rows that span several bins show the strongest of them;
@@ -148,8 +148,7 @@ std::string spectrogram(const Recording& recording, const Analysis& analysis) {
     for (int y = 0; y < 256; ++y) ramp.at(0, y) = static_cast<std::uint8_t>(255 - y);
 
     Chart chart(height, "Spectrogram");
-    chart.picture(dataUri(
-        drawSpectrogram(recording, analysis, view, scale * Chart::width, scale * height), palette));
+    chart.picture(dataUri(drawSpectrogram(recording, analysis, view, scale * Chart::width, scale * height), palette));
     chart.bar(dataUri(ramp, palette), linearTicks(view.floor, view.top, 9), "dBFS");
     chart.vertical(frequencyTicks(view.low, view.high), "frequency in Hz");
     chart.horizontal(timeTicks(recording.seconds()), timeLabel(recording.seconds()));
@@ -244,8 +243,8 @@ std::string facts(const Recording& recording, const Analysis& analysis) {
         {"Operations", "veksbMpy3, veksRealFftNip"},
         {"Transforms", number(1e6 * analysis.transformSeconds / static_cast<double>(analysis.frames), 2) + " µs each"},
         {"Analysis", number(1e3 * analysis.analysisSeconds, analysis.analysisSeconds < 0.01 ? 2 : 1) + " ms"},
-        {"Speed", grouped(static_cast<unsigned long long>(recording.seconds() / analysis.analysisSeconds)) +
-                      " × real time"},
+        {"Speed",
+         grouped(static_cast<unsigned long long>(recording.seconds() / analysis.analysisSeconds)) + " × real time"},
     };
     return "<div class=\"facts\">\n" + factTable("Recording", about) + factTable("Analysis", spectra) +
            factTable("This run", run) + "</div>\n";
@@ -259,8 +258,9 @@ std::string report(const Recording& recording, const Analysis& analysis) {
     body += facts(recording, analysis);
     for (const Section& section : sections)
         body += print("<h2>%s</h2>\n", section.title) + section.render(recording, analysis);
-    body += "<footer>Speed is that of one thread in the run that wrote this page: windows, transforms and powers, "
-            "without reading and drawing.</footer>\n";
+    body +=
+        "<footer>Speed is that of one thread in the run that wrote this page: windows, transforms and powers, "
+        "without reading and drawing.</footer>\n";
     return page(recording.title, body);
 }
 

@@ -275,12 +275,13 @@ VEK_INLINE void transpose(Vec<T, W>* v) {
             });
         };
         const auto unpack = [&](auto bit) {
-            stage(bit, [](V a, V b) { return unpackLow<T>(a, b, I{}); },
-                  [](V a, V b) { return unpackHigh<T>(a, b, I{}); });
+            stage(
+                bit, [](V a, V b) { return unpackLow<T>(a, b, I{}); },
+                [](V a, V b) { return unpackHigh<T>(a, b, I{}); });
         };
         const auto lanesApart = [&](auto bit) {
-            stage(bit, [](V a, V b) { return evenLanes<T>(a, b, I{}); },
-                  [](V a, V b) { return oddLanes<T>(a, b, I{}); });
+            stage(
+                bit, [](V a, V b) { return evenLanes<T>(a, b, I{}); }, [](V a, V b) { return oddLanes<T>(a, b, I{}); });
         };
         unpack(Int<top>{});
         if constexpr (sizeof(T) == 4) unpack(Int<0>{});
@@ -402,7 +403,7 @@ constexpr int log2Of(int power) {
 // The self-sorting form: the first radix and the rest both hold at least one vector.
 template <class T>
 constexpr Plan planOf(int order) {
-    if (order == 3 && sizeof(T) == 8 && lanes<T> > 1) return spread(order, 2, 1);
+    if (order == 3 && sizeof(T) == 8 && lanes < T >> 1) return spread(order, 2, 1);
     if (order <= 3 || lanes<T> == 1) return spread(order, 1, 1);
     int width = lanes<T>;
     while (2 * log2Of(width) > order) width /= 2;
@@ -470,7 +471,7 @@ struct FourStep {
 template <class T>
 struct Stages {
     const T* table;
-    T* first;    // intermediate buffers, written in turns
+    T* first;   // intermediate buffers, written in turns
     T* second;
 };
 
@@ -535,9 +536,9 @@ void chooseWidth(const Plan& plan, const In& in, const Out& out, int order, cons
     const auto general = [&](auto width) { selfSorting<T, decltype(width){}>(plan, in, out, order, stages); };
     constexpr int w = lanes<T>;
     if (plan.width == w) return general(Int<w>{});
-    if constexpr (narrower<T, w> > 1)
+    if constexpr (narrower < T, w >> 1)
         if (plan.width == narrower<T, w>) return general(Int<narrower<T, w>>{});
-    if constexpr (narrower<T, narrower<T, w>> > 1)
+    if constexpr (narrower < T, narrower < T, w >>> 1)
         if (plan.width == narrower<T, narrower<T, w>>) return general(Int<narrower<T, narrower<T, w>>>{});
     if constexpr (w > 1) return general(Int<1>{});
 }
@@ -784,8 +785,7 @@ void transform(const FftData<const T>& in, const FftData<T>& out, int order, boo
     if (in.im == nullptr)
         return run<T>(Pairs<const T, true>{in.re, 1}, Pairs<T, true>{out.re, scale}, out.re, order, table, scratch);
     const Arrays<const T> from = inverse ? Arrays<const T>{in.im, in.re, 1} : Arrays<const T>{in.re, in.im, 1};
-    const Arrays<T> to =
-        inverse ? Arrays<T>{out.im, out.re, scale} : Arrays<T>{out.re, out.im, static_cast<T>(1)};
+    const Arrays<T> to = inverse ? Arrays<T>{out.im, out.re, scale} : Arrays<T>{out.re, out.im, static_cast<T>(1)};
     run<T>(from, to, static_cast<T*>(nullptr), order, table, scratch);
 }
 
@@ -889,8 +889,7 @@ void realMergeTo(T x0, T xm, const T* bins, T* z, size_t m, const T* split) {
 
 template <class T>
 void realMerge(T x0, T xm, const T* bins, T* z, size_t m, bool inverse, const T* split) {
-    return inverse ? realMergeTo<T, false>(x0, xm, bins, z, m, split)
-                   : realMergeTo<T, true>(x0, xm, bins, z, m, split);
+    return inverse ? realMergeTo<T, false>(x0, xm, bins, z, m, split) : realMergeTo<T, true>(x0, xm, bins, z, m, split);
 }
 
 template <class T>

@@ -111,8 +111,8 @@ VEK_INLINE Vec<T, W> splat(T value) {
 
 // a * b + c and c - a * b, fused where the level has the instruction.
 #if defined(__FMA__)
-#define VEK_FUSED(type, prefix, suffix)                                                                            \
-    VEK_INLINE type fma(type a, type b, type c) { return prefix##_fmadd_##suffix(a, b, c); }                       \
+#define VEK_FUSED(type, prefix, suffix)                                                      \
+    VEK_INLINE type fma(type a, type b, type c) { return prefix##_fmadd_##suffix(a, b, c); } \
     VEK_INLINE type fnma(type a, type b, type c) { return prefix##_fnmadd_##suffix(a, b, c); }
 VEK_FUSED(__m128, _mm, ps)
 VEK_FUSED(__m128d, _mm, pd)

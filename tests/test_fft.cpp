@@ -272,8 +272,7 @@ void checkUnusedFlags() {
     const auto x = Data(5).ordinary<typename M::C>(n);
     auto plain = x;
     M::fft(plain.data(), order, VEK_Forw);
-    for (const int unused : {others | VEK_OutRCPack | VEK_OutRCPerm | VEK_InRCPack | VEK_InRCPerm,
-                             int{VEK_NoBitRev}}) {
+    for (const int unused : {others | VEK_OutRCPack | VEK_OutRCPerm | VEK_InRCPack | VEK_InRCPerm, int{VEK_NoBitRev}}) {
         auto flagged = x;
         M::fft(flagged.data(), order, VEK_Forw | unused);
         EXPECT_EQ(std::memcmp(plain.data(), flagged.data(), n * sizeof x[0]), 0) << M::name << " " << unused;
@@ -296,7 +295,11 @@ TEST_P(Fft, UnusedFlags) {
 
 // ---- Real members ---------------------------------------------------------------------------------------------------
 
-enum class Layout { ccs, rcPack, rcPerm };
+enum class Layout {
+    ccs,
+    rcPack,
+    rcPerm
+};
 
 // Where the parts of bin k stand, and no position (-1) for an imaginary part that is zero.
 struct Position {
@@ -311,15 +314,11 @@ Position position(Layout layout, int order, int k) {
     const int re = layout == Layout::rcPack ? 2 * k - 1 : 2 * k;
     return {re, re + 1};
 }
-std::size_t length(Layout layout, int order) {
-    return (std::size_t{1} << order) + (layout == Layout::ccs ? 2 : 0);
-}
+std::size_t length(Layout layout, int order) { return (std::size_t{1} << order) + (layout == Layout::ccs ? 2 : 0); }
 int outFlag(Layout layout) {
     return layout == Layout::ccs ? 0 : layout == Layout::rcPack ? VEK_OutRCPack : VEK_OutRCPerm;
 }
-int inFlag(Layout layout) {
-    return layout == Layout::ccs ? 0 : layout == Layout::rcPack ? VEK_InRCPack : VEK_InRCPerm;
-}
+int inFlag(Layout layout) { return layout == Layout::ccs ? 0 : layout == Layout::rcPack ? VEK_InRCPack : VEK_InRCPerm; }
 
 // Half a spectrum in its layout, read by position.
 template <class T>
@@ -357,7 +356,8 @@ void checkReal(int order) {
             const std::string what = std::string(M::name) + " order " + std::to_string(order) + " " + direction.name +
                                      " layout " + std::to_string(static_cast<int>(layout));
             const auto near = [&](const std::vector<T>& got, const std::vector<Wide>& wanted, const char* member) {
-                EXPECT_LE(relativeError(bins(got, layout, order), wanted), 2 * bound<T>(order)) << what << " " << member;
+                EXPECT_LE(relativeError(bins(got, layout, order), wanted), 2 * bound<T>(order))
+                    << what << " " << member;
                 const bool zeros = layout != Layout::ccs || (got[1] == 0 && (order == 0 || got[n + 1] == 0));
                 EXPECT_TRUE(zeros) << what << " " << member;
             };
@@ -497,7 +497,8 @@ void checkProducts(int order) {
             // Real bins are rounded once.
             const bool isReal = position(layout, order, static_cast<int>(k)).im < 0;
             const T product = static_cast<T>(binsA[k].re) * static_cast<T>(binsB[k].re);
-            EXPECT_TRUE(!isReal || static_cast<T>(got[k].re) == product) << M::name << " order " << order << " bin " << k;
+            EXPECT_TRUE(!isReal || static_cast<T>(got[k].re) == product)
+                << M::name << " order " << order << " bin " << k;
         }
     }
 }
@@ -625,14 +626,10 @@ protected:
     }
 };
 
-TEST_F(Accuracy, Orders1To14) {
-    printAccuracy(1, 14);
-}
+TEST_F(Accuracy, Orders1To14) { printAccuracy(1, 14); }
 
 // Slow where the processor is emulated.
-TEST_F(Accuracy, Orders15To20) {
-    printAccuracy(15, 20);
-}
+TEST_F(Accuracy, Orders15To20) { printAccuracy(15, 20); }
 
 // ---- Tables ---------------------------------------------------------------------------------------------------------
 
@@ -662,23 +659,21 @@ void checkInitAndFree() {
         int flags;
         void (*call)(T* data, int order, int flags);
     } members[] = {
-        {"fft", VEK_Forw, [](T* data, int order, int flags) {
-             M::fft(reinterpret_cast<typename M::C*>(data), order, flags);
-         }},
-        {"fft, in reversed", VEK_Inv | VEK_InBitRev, [](T* data, int order, int flags) {
-             M::fft(reinterpret_cast<typename M::C*>(data), order, flags);
-         }},
-        {"fft, out reversed", VEK_Forw | VEK_OutBitRev, [](T* data, int order, int flags) {
-             M::fft(reinterpret_cast<typename M::C*>(data), order, flags);
-         }},
-        {"split fft", VEK_Forw, [](T* data, int order, int flags) {
-             M::rFft(data, data == nullptr ? nullptr : data + 64, order, flags);
-         }},
+        {"fft", VEK_Forw,
+         [](T* data, int order, int flags) { M::fft(reinterpret_cast<typename M::C*>(data), order, flags); }},
+        {"fft, in reversed", VEK_Inv | VEK_InBitRev,
+         [](T* data, int order, int flags) { M::fft(reinterpret_cast<typename M::C*>(data), order, flags); }},
+        {"fft, out reversed", VEK_Forw | VEK_OutBitRev,
+         [](T* data, int order, int flags) { M::fft(reinterpret_cast<typename M::C*>(data), order, flags); }},
+        {"split fft", VEK_Forw,
+         [](T* data, int order, int flags) { M::rFft(data, data == nullptr ? nullptr : data + 64, order, flags); }},
         {"real", VEK_Forw, [](T* data, int order, int flags) { M::realFft(data, order, flags); }},
-        {"real packed", VEK_Forw | VEK_OutRCPerm, [](T* data, int order, int flags) { M::realFftl(data, order, flags); }},
+        {"real packed", VEK_Forw | VEK_OutRCPerm,
+         [](T* data, int order, int flags) { M::realFftl(data, order, flags); }},
         {"ccs", VEK_Inv, [](T* data, int order, int flags) { M::ccsFft(data, order, flags); }},
         {"packed", VEK_Inv | VEK_InRCPack, [](T* data, int order, int flags) { M::ccsFftl(data, order, flags); }},
-        {"two real", VEK_Forw, [](T* data, int order, int flags) {
+        {"two real", VEK_Forw,
+         [](T* data, int order, int flags) {
              EXPECT_EQ(M::real2Fft(data, data == nullptr ? nullptr : data + 70, order, flags), VEK_StsOk);
          }},
     };

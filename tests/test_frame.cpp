@@ -52,9 +52,9 @@ TEST(Status, Texts) {
 }
 
 TEST(Status, Codes) {
-    const int codes[] = {VEK_StsOk,          VEK_StsBacktrace, VEK_StsBadState,  VEK_StsNoMemory, VEK_StsBadArg,
-                         VEK_StsUnsupported, VEK_StsNoConvergence, VEK_StsAutotrace, VEK_StsNullPtr, VEK_StsBadLen,
-                         VEK_StsBadFreq,     VEK_StsBadFreqRange};
+    const int codes[] = {VEK_StsOk,      VEK_StsBacktrace,   VEK_StsBadState,      VEK_StsNoMemory,
+                         VEK_StsBadArg,  VEK_StsUnsupported, VEK_StsNoConvergence, VEK_StsAutotrace,
+                         VEK_StsNullPtr, VEK_StsBadLen,      VEK_StsBadFreq,       VEK_StsBadFreqRange};
     const int values[] = {0, -1, -3, -4, -5, -6, -7, -8, -9, -10, -11, -12};
     for (std::size_t i = 0; i < std::size(codes); ++i) EXPECT_EQ(codes[i], values[i]);
 }
@@ -142,7 +142,8 @@ TEST(Handlers, SilentReturnsTheStatus) {
     vekSetErrMode(VEK_ErrModeLeaf);
 }
 
-// ---- From outside ----------------------------------------------------------------------------------------------------
+// ---- From outside
+// ----------------------------------------------------------------------------------------------------
 
 constexpr int returned = 40;        // the child's code after a handler that returned its status
 constexpr int returnedOther = 41;   // ... or something else
@@ -225,8 +226,7 @@ int reportChild(const std::vector<std::string>& words) {
                                     : words[1] == "nul" ? vekNulDevReport
                                                         : vekGuiBoxReport;
     const VekStatus status = std::stoi(words[4]);
-    const VekStatus result =
-        handler(status, orNull(words[5]), orNull(words[6]), orNull(words[7]), std::stoi(words[8]));
+    const VekStatus result = handler(status, orNull(words[5]), orNull(words[6]), orNull(words[7]), std::stoi(words[8]));
     say("<returned>");
 #ifdef _WIN32
     stop = true;
@@ -254,15 +254,9 @@ Ended runReport(const std::string& handler, int mode, VekStatus threadStatus, Ve
                 const char* message, const char* file, int line, Terminal terminal = Terminal::none,
                 const std::string& typed = "", const std::string& button = "") {
     const auto word = [](const char* text) { return std::string(text != nullptr ? text : "(null)"); };
-    std::vector<std::string> words = {"report",
-                                      handler,
-                                      std::to_string(mode),
-                                      std::to_string(threadStatus),
-                                      std::to_string(status),
-                                      word(name),
-                                      word(message),
-                                      word(file),
-                                      std::to_string(line)};
+    std::vector<std::string> words = {
+        "report",   handler,       std::to_string(mode), std::to_string(threadStatus), std::to_string(status),
+        word(name), word(message), word(file),           std::to_string(line)};
     if (!button.empty()) words.push_back(button);
     return runSelf(words, terminal, typed);
 }
@@ -388,8 +382,8 @@ TEST(BoxReport, PromptAtATerminal) {
     };
     for (const BoxText& box : boxTexts) {
         for (const auto& answer : answers) {
-            const std::string what = std::string(box.body) + " mode " + std::to_string(answer.mode) + " typed " +
-                                     answer.typed;
+            const std::string what =
+                std::string(box.body) + " mode " + std::to_string(answer.mode) + " typed " + answer.typed;
             const Ended ended = runReport("box", answer.mode, box.threadStatus, box.status, box.name, box.message,
                                           box.file, box.line, answer.terminal, answer.typed);
             EXPECT_TRUE(ended.exited) << what;
@@ -442,8 +436,8 @@ TEST(BoxReport, WindowAndItsButtons) {
                 "[" + std::string(box.caption) + "][" + box.body + tail + "][topmost" + answer.buttons + "]\n";
             EXPECT_EQ(ended.errors.substr(0, wanted.size()), wanted) << what;
             if (answer.ends) {
-                EXPECT_NE(ended.errors.find(std::string("[") + ending + "]"), std::string::npos)
-                    << what << "\n" << ended.errors;
+                EXPECT_NE(ended.errors.find(std::string("[") + ending + "]"), std::string::npos) << what << "\n"
+                                                                                                 << ended.errors;
                 EXPECT_EQ(ended.errors.find("<returned>"), std::string::npos) << what;
             } else {
                 EXPECT_EQ(ended.errors, wanted + "<returned>") << what;

@@ -52,8 +52,8 @@ TEST_P(Placement, FlushAgainstUnreadablePages) {
         for (const int size : guardSizes(tested)) {
             for (const auto edge : {Place::front, Place::back}) {
                 const std::vector<Place> places(tested.arguments.size(), Place{edge, 0});
-                expectSame(tested, size, places, (edge == Place::front ? "front, size " : "back, size ") +
-                                                     std::to_string(size));
+                expectSame(tested, size, places,
+                           (edge == Place::front ? "front, size " : "back, size ") + std::to_string(size));
                 if (HasFatalFailure()) return;
             }
         }
@@ -83,8 +83,9 @@ TEST_P(Placement, AnyOffset) {
                         within = true;
                     }
                     if (!within) continue;
-                    expectSame(tested, size, places, "buffer " + std::to_string(moved) + " step " +
-                                                         std::to_string(step) + " size " + std::to_string(size));
+                    expectSame(tested, size, places,
+                               "buffer " + std::to_string(moved) + " step " + std::to_string(step) + " size " +
+                                   std::to_string(size));
                     if (HasFatalFailure()) return;
                 }
             }

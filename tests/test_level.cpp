@@ -19,8 +19,8 @@ using vek::level::CpuidAnswer;
 // A processor from a table.
 struct Processor {
     std::uint32_t lastLeaf = 7;
-    std::uint32_t edx1 = 1u << 26;                            // SSE2
-    std::uint32_t ecx1 = (1u << 12) | (1u << 27) | (1u << 28);   // FMA, OSXSAVE, AVX
+    std::uint32_t edx1 = 1u << 26;                                                        // SSE2
+    std::uint32_t ecx1 = (1u << 12) | (1u << 27) | (1u << 28);                            // FMA, OSXSAVE, AVX
     std::uint32_t ebx7 = (1u << 5) | (1u << 16) | (1u << 17) | (1u << 30) | (1u << 31);   // AVX2, F, DQ, BW, VL
     std::uint64_t xcr0 = 0xe7;
 };
@@ -147,8 +147,9 @@ TEST_P(ForcedLevel, BringsItsOwnTables) {
 
 #if defined(__x86_64__) && !defined(_WIN32)
 
-// ---- Every entry is reached ------------------------------------------------------------------------------------------
-// The active tables are replaced by copies whose entries count and go on to the level's own.
+// ---- Every entry is reached
+// ------------------------------------------------------------------------------------------ The active tables are
+// replaced by copies whose entries count and go on to the level's own.
 
 constexpr int hopCapacity = 512;
 

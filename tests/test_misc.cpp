@@ -17,8 +17,8 @@ TEST(BitRev, Values) {
         int32_t value;
         int order;
         int32_t wanted;
-    } cases[] = {{0x12345678, 0, 0},   {-1, 0, 0},         {1, 1, 1},          {2, 1, 0},        {1, 31, 0x40000000},
-                 {0x40000000, 31, 1},  {-1, 31, 0x7fffffff}, {6, 4, 6},        {0x13, 5, 0x19},  {0x113, 5, 0x19},
+    } cases[] = {{0x12345678, 0, 0},  {-1, 0, 0},           {1, 1, 1}, {2, 1, 0},       {1, 31, 0x40000000},
+                 {0x40000000, 31, 1}, {-1, 31, 0x7fffffff}, {6, 4, 6}, {0x13, 5, 0x19}, {0x113, 5, 0x19},
                  {-2, 8, 0x7f}};
     for (const auto& of : cases) EXPECT_EQ(vekBitRev(of.value, of.order), of.wanted) << of.value << " " << of.order;
     Data data;

@@ -47,15 +47,12 @@ struct Members {
     const C*(VEKAPI* getFft)(int);
     void(VEKAPI* freeAll)();
 };
-const Members<VekCplx> membersC = {"c",
-                                   vekcCalcDftTwdTbl, vekcCalcFftTwdTbl,
-                                   vekcGetDftTwdTbl,  vekcGetFftTwdTbl, vekcFreeTwdTbls};
-const Members<VekDCplx> membersZ = {"z",
-                                    vekzCalcDftTwdTbl, vekzCalcFftTwdTbl,
-                                    vekzGetDftTwdTbl,  vekzGetFftTwdTbl, vekzFreeTwdTbls};
-const Members<VekWCplx> membersV = {"v",
-                                    vekvCalcDftTwdTbl, vekvCalcFftTwdTbl,
-                                    vekvGetDftTwdTbl,  vekvGetFftTwdTbl, vekvFreeTwdTbls};
+const Members<VekCplx> membersC = {
+    "c", vekcCalcDftTwdTbl, vekcCalcFftTwdTbl, vekcGetDftTwdTbl, vekcGetFftTwdTbl, vekcFreeTwdTbls};
+const Members<VekDCplx> membersZ = {
+    "z", vekzCalcDftTwdTbl, vekzCalcFftTwdTbl, vekzGetDftTwdTbl, vekzGetFftTwdTbl, vekzFreeTwdTbls};
+const Members<VekWCplx> membersV = {
+    "v", vekvCalcDftTwdTbl, vekvCalcFftTwdTbl, vekvGetDftTwdTbl, vekvGetFftTwdTbl, vekvFreeTwdTbls};
 
 template <class Check>
 void forAllTypes(Check check) {

@@ -9,8 +9,8 @@
 namespace vek::core {
 
 struct ThreadContext {
-    VekStatus status;          // sticky: the first error of a chain, until the caller clears it
-    int32_t mode;              // VEK_ErrModeLeaf, Parent or Silent
+    VekStatus status;   // sticky: the first error of a chain, until the caller clears it
+    int32_t mode;       // VEK_ErrModeLeaf, Parent or Silent
     VekErrorHandler handler;
     TableCache tables;
 };

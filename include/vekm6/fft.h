@@ -51,15 +51,15 @@ VEK_DECLARATIONS_BEGIN
 void VEKAPI vekcFft(VekCplx* samps, int order, int flags);
 void VEKAPI vekcFftNip(const VekCplx* inSamps, VekCplx* outSamps, int order, int flags);
 void VEKAPI vekcrFft(float* reSamps, float* imSamps, int order, int flags);
-void VEKAPI vekcrFftNip(const float* reInSamps, const float* imInSamps, float* reOutSamps, float* imOutSamps,
-                        int order, int flags);
+void VEKAPI vekcrFftNip(const float* reInSamps, const float* imInSamps, float* reOutSamps, float* imOutSamps, int order,
+                        int flags);
 
 // The same for double.
 void VEKAPI vekzFft(VekDCplx* samps, int order, int flags);
 void VEKAPI vekzFftNip(const VekDCplx* inSamps, VekDCplx* outSamps, int order, int flags);
 void VEKAPI vekzrFft(double* reSamps, double* imSamps, int order, int flags);
-void VEKAPI vekzrFftNip(const double* reInSamps, const double* imInSamps, double* reOutSamps,
-                        double* imOutSamps, int order, int flags);
+void VEKAPI vekzrFftNip(const double* reInSamps, const double* imInSamps, double* reOutSamps, double* imOutSamps,
+                        int order, int flags);
 
 // Real transforms. X[k], 0 <= k <= M, is the half spectrum of N real samples; R[k] and I[k] are its real and
 // imaginary parts. I[0] and I[M] are 0 and not kept, except in CCS. Layouts, as reals from position 0:
@@ -111,11 +111,9 @@ void VEKAPI veksCcsFftNip(const float* inSamps, float* outSamps, int order, int 
 void VEKAPI veksCcsFftl(float* samps, int order, int flags);
 void VEKAPI veksCcsFftlNip(const float* inSamps, float* outSamps, int order, int flags);
 VekStatus VEKAPI veksReal2Fft(float* samps1, float* samps2, int order, int flags);
-VekStatus VEKAPI veksReal2FftNip(const float* in1, const float* in2, float* out1, float* out2, int order,
-                                 int flags);
+VekStatus VEKAPI veksReal2FftNip(const float* in1, const float* in2, float* out1, float* out2, int order, int flags);
 VekStatus VEKAPI veksCcs2Fft(float* samps1, float* samps2, int order, int flags);
-VekStatus VEKAPI veksCcs2FftNip(const float* in1, const float* in2, float* out1, float* out2, int order,
-                                int flags);
+VekStatus VEKAPI veksCcs2FftNip(const float* in1, const float* in2, float* out1, float* out2, int order, int flags);
 
 // double
 void VEKAPI vekdRealFft(double* samps, int order, int flags);
@@ -130,8 +128,7 @@ VekStatus VEKAPI vekdReal2Fft(double* samps1, double* samps2, int order, int fla
 VekStatus VEKAPI vekdReal2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order,
                                  int flags);
 VekStatus VEKAPI vekdCcs2Fft(double* samps1, double* samps2, int order, int flags);
-VekStatus VEKAPI vekdCcs2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order,
-                                int flags);
+VekStatus VEKAPI vekdCcs2FftNip(const double* in1, const double* in2, double* out1, double* out2, int order, int flags);
 
 // Products of packed spectra, bin by bin: the spectrum of the circular convolution of two signals.
 //   Formula:   2  dst = dst * src

@@ -17,8 +17,8 @@ VEK_DECLARATIONS_BEGIN
 //              may be null.
 //   Returns:   what vekError is to return, and with it every operation that returns a status. The three
 //              handlers below return the status they were given.
-typedef VekStatus(VEKAPI* VekErrorHandler)(VekStatus status, const char* name, const char* message,
-                                           const char* file, int line);
+typedef VekStatus(VEKAPI* VekErrorHandler)(VekStatus status, const char* name, const char* message, const char* file,
+                                           int line);
 
 // The central report, open to callers for reports of their own.
 //   Effect:    stores status as the thread's status unless it is VEK_StsBacktrace or VEK_StsAutotrace, which
@@ -27,8 +27,7 @@ typedef VekStatus(VEKAPI* VekErrorHandler)(VekStatus status, const char* name, c
 //   Arguments: as VekErrorHandler.
 //   Errors:    none.
 //   Returns:   0 when status is 0, else the handler's result.
-VekStatus VEKAPI vekError(VekStatus status, const char* name, const char* message, const char* file,
-                          int line);
+VekStatus VEKAPI vekError(VekStatus status, const char* name, const char* message, const char* file, int line);
 
 // The text of a status.
 //   Arguments: status, any value.
@@ -73,16 +72,14 @@ VekErrorHandler VEKAPI vekRedirectError(VekErrorHandler handler);
 //   Arguments: as VekErrorHandler.
 //   Errors:    none.
 //   Returns:   status.
-VekStatus VEKAPI vekStdErrReport(VekStatus status, const char* name, const char* message, const char* file,
-                                 int line);
+VekStatus VEKAPI vekStdErrReport(VekStatus status, const char* name, const char* message, const char* file, int line);
 
 // Handler that prints nothing.
 //   Modes:     Leaf: ends the process by exit(1).
 //   Arguments: as VekErrorHandler.
 //   Errors:    none.
 //   Returns:   status.
-VekStatus VEKAPI vekNulDevReport(VekStatus status, const char* name, const char* message, const char* file,
-                                 int line);
+VekStatus VEKAPI vekNulDevReport(VekStatus status, const char* name, const char* message, const char* file, int line);
 
 // Handler that asks the user; the one that every thread starts with. On Windows a system-modal message box;
 // elsewhere the same caption and body on the standard error stream, and the first letter typed at the
@@ -102,8 +99,7 @@ VekStatus VEKAPI vekNulDevReport(VekStatus status, const char* name, const char*
 //   Arguments: as VekErrorHandler.
 //   Errors:    none.
 //   Returns:   status.
-VekStatus VEKAPI vekGuiBoxReport(VekStatus status, const char* name, const char* message, const char* file,
-                                 int line);
+VekStatus VEKAPI vekGuiBoxReport(VekStatus status, const char* name, const char* message, const char* file, int line);
 
 VEK_DECLARATIONS_END
 

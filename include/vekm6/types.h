@@ -23,7 +23,9 @@
 #endif
 #ifdef __cplusplus
 #define VEK_DECLARATIONS_BEGIN VEK_VISIBLE_BEGIN extern "C" {
-#define VEK_DECLARATIONS_END } VEK_VISIBLE_END
+#define VEK_DECLARATIONS_END \
+    }                        \
+    VEK_VISIBLE_END
 #else
 #define VEK_DECLARATIONS_BEGIN VEK_VISIBLE_BEGIN
 #define VEK_DECLARATIONS_END VEK_VISIBLE_END
@@ -73,7 +75,10 @@ enum {
 };
 
 // The relation of a threshold: elements below it (VEK_LT) or above it (any other value) are replaced.
-enum { VEK_LT = 0, VEK_GT = 1 };
+enum {
+    VEK_LT = 0,
+    VEK_GT = 1
+};
 
 // Flags of the transforms. They combine by or; 2048 is not used.
 enum {

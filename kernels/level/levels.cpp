@@ -7,14 +7,15 @@
 namespace vek {
 
 // One table per family and level, each defined in kernels/<family>.cpp.
-#define VEK_DECLARE_LEVEL(level)               \
-    namespace level {                          \
-    extern const kernels::ArithTable arith;    \
-    extern const kernels::VecTable vec;        \
-    extern const kernels::MiscTable misc;      \
-    extern const kernels::FftTable fft;        \
+#define VEK_DECLARE_LEVEL(level)            \
+    namespace level {                       \
+    extern const kernels::ArithTable arith; \
+    extern const kernels::VecTable vec;     \
+    extern const kernels::MiscTable misc;   \
+    extern const kernels::FftTable fft;     \
     }
-#define VEK_LEVEL_TABLES(level) {#level, &level::arith, &level::vec, &level::misc, &level::fft}
+#define VEK_LEVEL_TABLES(level) \
+    { #level, &level::arith, &level::vec, &level::misc, &level::fft }
 
 VEK_DECLARE_LEVEL(portable)
 #if VEK_HAVE_SSE2

@@ -16,8 +16,7 @@ bool Check::holds(const Argument& of, const Cell& cell) const {
         case Condition::above31: return cell.get<int>() > 31;
         case Condition::bothBits: return (cell.get<int>() & first) != 0 && (cell.get<int>() & second) != 0;
         case Condition::neitherBit: return (cell.get<int>() & (first | second)) == 0;
-        case Condition::negativeReal:
-            return of.type.real == 'f' ? cell.get<float>() < 0 : cell.get<double>() < 0;
+        case Condition::negativeReal: return of.type.real == 'f' ? cell.get<float>() < 0 : cell.get<double>() < 0;
         case Condition::zeroComplex:
             return of.type.real == 'f' ? cell.get<VekCplx>().re == 0 && cell.get<VekCplx>().im == 0
                                        : cell.get<VekDCplx>().re == 0 && cell.get<VekDCplx>().im == 0;
@@ -428,14 +427,16 @@ void addTransforms(const Transforms& of) {
 }
 
 void addFft() {
-    addTransforms({"vekffts", F(vekcFft), F(vekcFftNip), F(vekcrFft), F(vekcrFftNip), F(veksRealFft), F(veksRealFftNip),
-                   F(veksRealFftl), F(veksRealFftlNip), F(veksCcsFft), F(veksCcsFftNip), F(veksCcsFftl),
-                   F(veksCcsFftlNip), F(veksReal2Fft), F(veksReal2FftNip), F(veksCcs2Fft), F(veksCcs2FftNip),
-                   F(veksMpyRCPack2), F(veksMpyRCPack3), F(veksMpyRCPerm2), F(veksMpyRCPerm3)});
-    addTransforms({"vekfftd", F(vekzFft), F(vekzFftNip), F(vekzrFft), F(vekzrFftNip), F(vekdRealFft), F(vekdRealFftNip),
-                   F(vekdRealFftl), F(vekdRealFftlNip), F(vekdCcsFft), F(vekdCcsFftNip), F(vekdCcsFftl),
-                   F(vekdCcsFftlNip), F(vekdReal2Fft), F(vekdReal2FftNip), F(vekdCcs2Fft), F(vekdCcs2FftNip),
-                   F(vekdMpyRCPack2), F(vekdMpyRCPack3), F(vekdMpyRCPerm2), F(vekdMpyRCPerm3)});
+    addTransforms({"vekffts",        F(vekcFft),        F(vekcFftNip),     F(vekcrFft),        F(vekcrFftNip),
+                   F(veksRealFft),   F(veksRealFftNip), F(veksRealFftl),   F(veksRealFftlNip), F(veksCcsFft),
+                   F(veksCcsFftNip), F(veksCcsFftl),    F(veksCcsFftlNip), F(veksReal2Fft),    F(veksReal2FftNip),
+                   F(veksCcs2Fft),   F(veksCcs2FftNip), F(veksMpyRCPack2), F(veksMpyRCPack3),  F(veksMpyRCPerm2),
+                   F(veksMpyRCPerm3)});
+    addTransforms({"vekfftd",        F(vekzFft),        F(vekzFftNip),     F(vekzrFft),        F(vekzrFftNip),
+                   F(vekdRealFft),   F(vekdRealFftNip), F(vekdRealFftl),   F(vekdRealFftlNip), F(vekdCcsFft),
+                   F(vekdCcsFftNip), F(vekdCcsFftl),    F(vekdCcsFftlNip), F(vekdReal2Fft),    F(vekdReal2FftNip),
+                   F(vekdCcs2Fft),   F(vekdCcs2FftNip), F(vekdMpyRCPack2), F(vekdMpyRCPack3),  F(vekdMpyRCPerm2),
+                   F(vekdMpyRCPerm3)});
 }
 
 #undef F

@@ -37,7 +37,8 @@ struct Cell {
 };
 using Cells = std::vector<Cell>;
 
-// ---- How to call -----------------------------------------------------------------------------------------------------
+// ---- How to call
+// -----------------------------------------------------------------------------------------------------
 
 struct ArgumentType {
     bool pointer = false;
@@ -108,10 +109,24 @@ struct Call<F> {
     }
 };
 
-// ---- What the arguments are ------------------------------------------------------------------------------------------
+// ---- What the arguments are
+// ------------------------------------------------------------------------------------------
 
-enum class Role { in, out, inOut, length, order, flags, scalar, other };
-enum class Count { size, sizePlusTwo, extended };   // elements: N, N + 2, max(N, 2N - 2)
+enum class Role {
+    in,
+    out,
+    inOut,
+    length,
+    order,
+    flags,
+    scalar,
+    other
+};
+enum class Count {
+    size,
+    sizePlusTwo,
+    extended
+};   // elements: N, N + 2, max(N, 2N - 2)
 
 struct Argument {
     std::string name;
@@ -122,13 +137,22 @@ struct Argument {
     bool isBuffer() const { return role == Role::in || role == Role::out || role == Role::inOut; }
 };
 
-enum class Condition { null, notPositive, negative, above31, bothBits, neitherBit, negativeReal, zeroComplex };
+enum class Condition {
+    null,
+    notPositive,
+    negative,
+    above31,
+    bothBits,
+    neitherBit,
+    negativeReal,
+    zeroComplex
+};
 
 struct Check {
     std::string message;
     Condition condition;
     int argument;
-    int first = 0;    // flags
+    int first = 0;   // flags
     int second = 0;
 
     bool holds(const Argument& of, const Cell& cell) const;
@@ -137,7 +161,10 @@ struct Check {
     int variants() const;
 };
 
-enum class Gate { computes, always };   // what a negative status of the thread does: computes stands still
+enum class Gate {
+    computes,
+    always
+};   // what a negative status of the thread does: computes stands still
 
 struct Row {
     Function function;

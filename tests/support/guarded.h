@@ -9,7 +9,10 @@
 
 namespace test {
 
-enum class Edge { front, back };
+enum class Edge {
+    front,
+    back
+};
 
 class Guarded {
 public:
@@ -36,7 +39,8 @@ public:
     // Empty when nothing outside the placed bytes was written.
     std::string damage() const {
         for (const unsigned char* p = slackBefore(); p < slackAfter(); ++p) {
-            if (p == begin && bytes != 0) p += bytes - 1;
+            if (p == begin && bytes != 0)
+                p += bytes - 1;
             else if (*p != canary)
                 return "byte written at " + std::to_string(p - begin) + " of a buffer of " + std::to_string(bytes) +
                        " bytes";

@@ -42,6 +42,6 @@ protected:
 
 }   // namespace test
 
-#define VEK_AT_ALL_LEVELS(suite)                                                                     \
-    INSTANTIATE_TEST_SUITE_P(Level, suite, testing::ValuesIn(test::levelNames()),                    \
+#define VEK_AT_ALL_LEVELS(suite)                                                  \
+    INSTANTIATE_TEST_SUITE_P(Level, suite, testing::ValuesIn(test::levelNames()), \
                              [](const testing::TestParamInfo<std::string>& info) { return info.param; })

@@ -8,8 +8,8 @@ Wide root(unsigned long long k, unsigned long long n) {
     const unsigned long long octant = 8 * k / n;
     unsigned long long rest = 8 * k - octant * n;
     if (octant & 1) rest = n - rest;
-    const long double angle = 0.78539816339744830961566084581987572L * static_cast<long double>(rest) /
-                              static_cast<long double>(n);
+    const long double angle =
+        0.78539816339744830961566084581987572L * static_cast<long double>(rest) / static_cast<long double>(n);
     long double c = std::cos(angle);
     long double s = std::sin(angle);
     if (((octant + 1) >> 1) & 1) {

@@ -17,9 +17,12 @@ void unmapBetweenGuards(void* first, std::size_t bytes);
 struct Ended {
     bool exited = false;   // by itself, not by a signal or the deadline
     int code = -1;
-    std::string errors;    // its standard error stream, byte for byte
+    std::string errors;   // its standard error stream, byte for byte
 };
-enum class Terminal { none, answering };
+enum class Terminal {
+    none,
+    answering
+};
 
 // typed: what the user at the child's terminal types, when it has one.
 Ended runSelf(const std::vector<std::string>& arguments, Terminal terminal = Terminal::none,

@@ -53,9 +53,10 @@ Prepared::Prepared(const Row& of, int size, const std::vector<Place>& places) : 
         const Place place = i < places.size() ? places[i] : Place{};
         std::unique_ptr<Guarded, Return> borrowed = borrow(bytes + 1024);
         Guarded& memory = *borrowed;
-        auto* start = static_cast<unsigned char*>(place.where == Place::front  ? memory.place(bytes, Edge::front)
-                                                  : place.where == Place::back ? memory.place(bytes, Edge::back)
-                                                                               : memory.placeAt(bytes, 256 + place.bytes));
+        auto* start =
+            static_cast<unsigned char*>(place.where == Place::front  ? memory.place(bytes, Edge::front)
+                                        : place.where == Place::back ? memory.place(bytes, Edge::back)
+                                                                     : memory.placeAt(bytes, 256 + place.bytes));
         if (argument.role != Role::out) {
             const char real = argument.type.real;
             if (real == 'f') fillWith<float>(start, bytes / 4, data);

@@ -12,7 +12,11 @@ namespace test {
 
 // Where a buffer lies: flush against an unreadable page, or `offset` bytes beyond a cache line's start.
 struct Place {
-    enum { front, back, offset } where = offset;
+    enum {
+        front,
+        back,
+        offset
+    } where = offset;
     std::size_t bytes = 0;
 };
 

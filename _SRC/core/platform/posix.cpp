@@ -19,7 +19,12 @@ __thread void* slotPointer = nullptr;
 
 namespace {
 
-enum class KeyState : int { unmade, made, failed, released };
+enum class KeyState : int {
+    unmade,
+    made,
+    failed,
+    released
+};
 
 constinit pthread_key_t threadEndKey = 0;
 constinit KeyState keyState = KeyState::unmade;
