@@ -242,9 +242,9 @@ struct Group {
     bool retriesMemory = false;
 };
 
-// `spec` names the arguments in order. Buffers that are written are outputs; after the name, = says that they are
+// `signature` names the arguments in order. Buffers that are written are outputs; after the name, = says that they are
 // inputs too, +2 that they hold two elements more than the size, ~ that they hold an extended spectrum.
-void add(const Group& group, const std::string& spec, const std::vector<Function>& functions) {
+void add(const Group& group, const std::string& signature, const std::vector<Function>& functions) {
     for (const Function& function : functions) {
         Row made;
         made.function = function;
@@ -254,7 +254,7 @@ void add(const Group& group, const std::string& spec, const std::vector<Function
         made.flags = group.flags;
         made.noMemory = group.noMemory;
         made.retriesMemory = group.retriesMemory;
-        std::istringstream words(spec);
+        std::istringstream words(signature);
         std::string word;
         for (const ArgumentType& type : function.arguments) {
             if (!(words >> word)) std::abort();
@@ -285,9 +285,9 @@ void add(const Group& group, const std::string& spec, const std::vector<Function
 }
 
 // A two-signal member: `inner` takes the arguments of each half of `first` and `second`.
-void addTwice(const Group& group, const std::string& spec, const Function& function, const char* inner,
+void addTwice(const Group& group, const std::string& signature, const Function& function, const char* inner,
               std::vector<int> first, std::vector<int> second) {
-    add(group, spec, {function});
+    add(group, signature, {function});
     table.back().inner = inner;
     table.back().innerArguments[0] = std::move(first);
     table.back().innerArguments[1] = std::move(second);
