@@ -1,4 +1,4 @@
-// Roots of unity, correctly rounded but for the last bit, at any length.
+// Roots of unity, accurate to about the last bit, at any length.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ struct Root {
 };
 
 // exp(-2 pi i k / n) for 0 <= k < n. The angle is reduced in integers to an eighth of the circle, where sine and
-// cosine of the rounded angle stay within one unit in the last place; multiples of a twelfth are exact.
+// cosine of the rounded angle stay within one and a quarter units in the last place; multiples of a twelfth are exact.
 Root unitRoot(std::uint64_t k, std::uint64_t n);
 
 }   // namespace vek::core
