@@ -834,7 +834,7 @@ void realSplitTo(T* z, size_t m, T scale, const T* split) {
     const T first = (z[0] + z[1]) * scale;
     z[1] = (z[0] - z[1]) * scale;
     z[0] = first;
-    mirrorGroups<T, lanes<T>>(1, m, [&](auto width, size_t k) {
+    const auto group = [&](auto width, size_t k) {
         constexpr int w = decltype(width){};
         using V = Vec<T, w>;
         const Pairs<T, false> low{z + 2 * k, 1};
@@ -854,7 +854,13 @@ void realSplitTo(T* z, size_t m, T scale, const T* split) {
         }
         low.template write<w>(0, x);
         high.template write<w>(0, backwards<T, w>(y));
-    });
+    };
+    // Eight pairs of doubles come straight from stores of one pair each: wider loads would wait for those to retire.
+    constexpr int onePair = sizeof(T) == 8 && lanes<T> > 2 ? 2 : lanes<T>;
+    if (m == 8)
+        mirrorGroups<T, onePair>(1, m, group);
+    else
+        mirrorGroups<T, lanes<T>>(1, m, group);
 }
 
 template <class T>
