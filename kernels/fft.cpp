@@ -856,7 +856,7 @@ void realSplitTo(T* z, size_t m, T scale, const T* split) {
         high.template write<w>(0, backwards<T, w>(y));
     };
     // Eight pairs of doubles come straight from stores of one pair each: wider loads would wait for those to retire.
-    constexpr int onePair = sizeof(T) == 8 && lanes<T> > 2 ? 2 : lanes<T>;
+    constexpr int onePair = sizeof(T) == 8 && lanes < T >> 2 ? 2 : lanes<T>;
     if (m == 8)
         mirrorGroups<T, onePair>(1, m, group);
     else

@@ -40,7 +40,8 @@ TEST(Allocator, BlocksAreAlignedWholeAndDistinct) {
         }
         for (uint32_t count = 0; count < 200; ++count) {
             const std::vector<unsigned char> wanted(count * tested.width, static_cast<unsigned char>(count));
-            EXPECT_TRUE(wanted.empty() || std::memcmp(blocks[count], wanted.data(), wanted.size()) == 0) << tested.name << " " << count;
+            EXPECT_TRUE(wanted.empty() || std::memcmp(blocks[count], wanted.data(), wanted.size()) == 0)
+                << tested.name << " " << count;
             vekFree(blocks[count]);
         }
     }
