@@ -2,14 +2,18 @@
 //
 // Every transform follows one order of steps: VEK_Free releases and returns; the order is checked; tables are built
 // or found, with one retry after all tables of the precision were released; VEK_Init returns; pointers and flags are
-// checked; then the transform runs.
+// checked; then the transform runs. These steps are inlined into the exports: calls within calls would cost as much as
+// a transform of sixteen points.
 #pragma once
 
+#include <bit>
 #include <cstring>
 
 #include "core/call.h"
 #include "core/roots.h"
 #include "kernels/level/levels.h"
+
+#define VEK_STEPS [[gnu::always_inline]] inline
 
 namespace vek::fft {
 
@@ -84,7 +88,7 @@ template <class T>
 }
 
 template <class T>
-bool obtain(Tables<T>& tables, int order, int extras) {
+VEK_STEPS bool obtain(Tables<T>& tables, int order, int extras) {
     auto& thread = context().tables;
     auto& cache = cacheOf(tables.working);
     const bool ready = cache.owner == &kernelsOf(tables.working) && cache.scratch.ordersServed > order &&
@@ -108,14 +112,13 @@ template <class T>
 }
 
 template <class T>
-bool noTables(Call& call, Tables<T>& tables, int order, int extras, int line = __builtin_LINE()) {
-    if (obtain(tables, order, extras)) [[likely]]
-        return false;
-    return call.noMemory(!obtainAgain(tables, order, extras), "No working Twd memory", line);
+VEK_STEPS bool noTables(Call& call, Tables<T>& tables, int order, int extras, int line = __builtin_LINE()) {
+    return !obtain(tables, order, extras) &&
+           call.noMemory(!obtainAgain(tables, order, extras), "No working Twd memory", line);
 }
 
 template <class T>
-void freeTables(const T* kind, int order) {
+[[gnu::cold, gnu::noinline]] void freeTables(const T* kind, int order) {
     if (!core::isOrder(order)) return;
     auto& cache = cacheOf(kind);
     cache.working.release(order);
@@ -126,39 +129,39 @@ void freeTables(const T* kind, int order) {
 
 // ---- Checks -------------------------------------------------------------------------------------------------------
 
-inline bool badDirection(Call& call, int flags, int line = __builtin_LINE()) {
+VEK_STEPS bool badDirection(Call& call, int flags, int line = __builtin_LINE()) {
     return call.bad((flags & forwInverse) == forwInverse, "(flags & 1) && (flags & 2)", line) ||
            call.bad((flags & forwInverse) == 0, "(flags & 1)==0 && (flags & 2)==0", line);
 }
 
-inline bool badBitOrder(Call& call, int flags, int line = __builtin_LINE()) {
+VEK_STEPS bool badBitOrder(Call& call, int flags, int line = __builtin_LINE()) {
     return call.bad((flags & 64) && (flags & 128), "(flags & 64) && (flags & 128)", line) ||
            call.bad((flags & 64) && (flags & 32), "(flags & 64) && (flags & 32)", line) ||
            call.bad((flags & 32) && (flags & 128), "(flags & 32) && (flags & 128)", line);
 }
 
-inline bool badOutPacking(Call& call, int flags) {
+VEK_STEPS bool badOutPacking(Call& call, int flags) {
     return call.bad((flags & 256) && (flags & 512), "(flags & 256) && (flags & 512)") ||
            call.bad(!(flags & 256) && !(flags & 512), "(flags & 256)==0 && (flags & 512)==0");
 }
 
-inline bool badInPacking(Call& call, int flags) {
+VEK_STEPS bool badInPacking(Call& call, int flags) {
     return call.bad((flags & 1024) && (flags & 4096), "(flags & 1024) && (flags & 4096)") ||
            call.bad(!(flags & 1024) && !(flags & 4096), "(flags & 1024)==0 && (flags & 4096)==0");
 }
 
-// 1/N where the transform scales.
+// 1/N where the transform scales: a power of two, made from its exponent.
 template <class T>
-T scaleOf(int order, int flags) {
+VEK_STEPS T scaleOf(int order, int flags) {
     const bool scales = (flags & (VEK_Inv | VEK_NoScale)) == VEK_Inv;
-    return scales ? static_cast<T>(1.0 / static_cast<double>(std::uint64_t{1} << order)) : static_cast<T>(1);
+    return std::bit_cast<float>((127 - (scales ? order : 0)) << 23);
 }
 
 // ---- Complex transforms -------------------------------------------------------------------------------------------
 
 // Both forms of permutation over both forms of complex data; in may be out.
 template <class T>
-void permute(const FftData<const T>& in, const FftData<T>& out, int order, const std::int32_t* swaps) {
+[[gnu::noinline]] void permute(FftData<const T> in, FftData<T> out, int order, const std::int32_t* swaps) {
     const auto& kernels = *kernelsNow().misc;
     const int size = (sizeof(T) == 4 ? 1 : 2) + (in.im == nullptr ? 1 : 0);
     const auto one = [&](const T* from, T* to) {
@@ -172,7 +175,7 @@ void permute(const FftData<const T>& in, const FftData<T>& out, int order, const
 }
 
 template <class T>
-void copyPoint(const FftData<const T>& in, const FftData<T>& out) {
+void copyPoint(FftData<const T> in, FftData<T> out) {
     out.re[0] = in.re[0];
     if (in.im != nullptr)
         out.im[0] = in.im[0];
@@ -182,8 +185,8 @@ void copyPoint(const FftData<const T>& in, const FftData<T>& out) {
 
 // badPointer(call) checks the member's own arguments.
 template <class T, class BadPointer>
-void complexFft(const char* name, FftData<const T> in, const FftData<T>& out, int order, int flags,
-                BadPointer badPointer) {
+VEK_STEPS void complexFft(const char* name, FftData<const T> in, FftData<T> out, int order, int flags,
+                          BadPointer badPointer) {
     Call call{moduleOf<T>, name};
     if ((flags & VEK_Free) != 0) return freeTables(in.re, order);
     if (badOrder(call, order)) return;
@@ -227,28 +230,28 @@ FftData<typename RealOf<C>::type> pairs(C* samps) {
 }
 
 template <class C>
-void interleaved(const char* name, C* samps, int order, int flags) {
+VEK_STEPS void interleaved(const char* name, C* samps, int order, int flags) {
     complexFft(name, pairs(static_cast<const C*>(samps)), pairs(samps), order, flags,
                [=](Call& call) { return call.bad(samps == nullptr, "samps==0"); });
 }
 
 template <class C>
-void interleavedNip(const char* name, const C* inSamps, C* outSamps, int order, int flags) {
+VEK_STEPS void interleavedNip(const char* name, const C* inSamps, C* outSamps, int order, int flags) {
     complexFft(name, pairs(inSamps), pairs(outSamps), order, flags, [=](Call& call) {
         return call.bad(inSamps == nullptr, "inSamps==0") || call.bad(outSamps == nullptr, "outSamps==0");
     });
 }
 
 template <class T>
-void split(const char* name, T* reSamps, T* imSamps, int order, int flags) {
+VEK_STEPS void split(const char* name, T* reSamps, T* imSamps, int order, int flags) {
     complexFft<T>(name, {reSamps, imSamps}, {reSamps, imSamps}, order, flags, [=](Call& call) {
         return call.bad(reSamps == nullptr, "reSamps==0") || call.bad(imSamps == nullptr, "imSamps==0");
     });
 }
 
 template <class T>
-void splitNip(const char* name, const T* reInSamps, const T* imInSamps, T* reOutSamps, T* imOutSamps, int order,
-              int flags) {
+VEK_STEPS void splitNip(const char* name, const T* reInSamps, const T* imInSamps, T* reOutSamps, T* imOutSamps,
+                        int order, int flags) {
     complexFft<T>(name, {reInSamps, imInSamps}, {reOutSamps, imOutSamps}, order, flags, [=](Call& call) {
         return call.bad(reInSamps == nullptr, "reInSamps==0") || call.bad(imInSamps == nullptr, "imInSamps==0") ||
                call.bad(reOutSamps == nullptr, "reOutSamps==0") || call.bad(imOutSamps == nullptr, "imOutSamps==0");
@@ -263,12 +266,12 @@ enum class Layout {
     rcPerm
 };
 
-inline Layout outLayout(int flags) { return (flags & VEK_OutRCPack) != 0 ? Layout::rcPack : Layout::rcPerm; }
-inline Layout inLayout(int flags) { return (flags & VEK_InRCPack) != 0 ? Layout::rcPack : Layout::rcPerm; }
+VEK_STEPS Layout outLayout(int flags) { return (flags & VEK_OutRCPack) != 0 ? Layout::rcPack : Layout::rcPerm; }
+VEK_STEPS Layout inLayout(int flags) { return (flags & VEK_InRCPack) != 0 ? Layout::rcPack : Layout::rcPerm; }
 
 // (X0, XM, bin 1, bin 2, ...) becomes the layout.
 template <class T>
-void placeEnds(T* samps, std::size_t n, Layout layout) {
+VEK_STEPS void placeEnds(T* samps, std::size_t n, Layout layout) {
     const T last = samps[1];
     if (layout == Layout::ccs) {
         samps[1] = 0;
@@ -281,7 +284,7 @@ void placeEnds(T* samps, std::size_t n, Layout layout) {
 }
 
 template <class T>
-void realToSpectrum(const T* in, T* out, int order, int flags, Layout layout, const Tables<T>& tables) {
+VEK_STEPS void realToSpectrum(const T* in, T* out, int order, int flags, Layout layout, const Tables<T>& tables) {
     const std::size_t n = std::size_t{1} << order;
     const T scale = scaleOf<T>(order, flags);
     if (order == 0) {
@@ -294,15 +297,14 @@ void realToSpectrum(const T* in, T* out, int order, int flags, Layout layout, co
         out[1] = (in[0] - in[1]) * scale;
         out[0] = sum;
     } else {
-        const auto& kernels = kernelsOf(out);
-        kernels.transform({in, nullptr}, {out, nullptr}, order - 1, false, 1, tables.working, tables.scratch);
-        kernels.realSplit(out, n / 2, (flags & VEK_Inv) != 0, scale, tables.split);
+        kernelsOf(out).realForward(in, out, order - 1, (flags & VEK_Inv) != 0, scale, tables.working, tables.split,
+                                   tables.scratch);
     }
     placeEnds(out, n, layout);
 }
 
 template <class T>
-void spectrumToReal(const T* in, T* out, int order, int flags, Layout layout, const Tables<T>& tables) {
+VEK_STEPS void spectrumToReal(const T* in, T* out, int order, int flags, Layout layout, const Tables<T>& tables) {
     const std::size_t n = std::size_t{1} << order;
     const T scale = scaleOf<T>(order, flags);
     const T first = in[0];
@@ -321,16 +323,15 @@ void spectrumToReal(const T* in, T* out, int order, int flags, Layout layout, co
         std::memmove(out + 2, out + 1, (n - 2) * sizeof(T));
         bins = out + 2;
     }
-    const auto& kernels = kernelsOf(out);
-    kernels.realMerge(first, last, bins, out, n / 2, (flags & VEK_Inv) != 0, tables.split);
-    kernels.transform({out, nullptr}, {out, nullptr}, order - 1, true, scale, tables.working, tables.scratch);
+    kernelsOf(out).realInverse(first, last, bins, out, order - 1, (flags & VEK_Inv) != 0, scale, tables.working,
+                               tables.split, tables.scratch);
 }
 
 // A real transform, from either side: `Forward` takes samples to a spectrum. badPointer checks the member's own
 // arguments, badPacking its choice of layout.
 template <bool Forward, class T, class BadPointer, class BadPacking>
-void realSteps(const char* name, const T* in, T* out, int order, int flags, Layout layout, BadPointer badPointer,
-               BadPacking badPacking) {
+VEK_STEPS void realSteps(const char* name, const T* in, T* out, int order, int flags, Layout layout,
+                         BadPointer badPointer, BadPacking badPacking) {
     Call call{moduleOf<T>, name};
     Tables<T> tables;
     if ((flags & VEK_Free) != 0) {
@@ -352,15 +353,15 @@ void realSteps(const char* name, const T* in, T* out, int order, int flags, Layo
 
 // In place, or from one array to another, in the CCS layout or in one that the flags choose.
 template <bool Forward, class T, class BadPacking>
-void realInPlace(const char* name, T* samps, int order, int flags, Layout layout, BadPacking badPacking) {
+VEK_STEPS void realInPlace(const char* name, T* samps, int order, int flags, Layout layout, BadPacking badPacking) {
     realSteps<Forward, T>(
         name, samps, samps, order, flags, layout, [=](Call& call) { return call.bad(samps == nullptr, "samps==0"); },
         badPacking);
 }
 
 template <bool Forward, class T, class BadPacking>
-void realNip(const char* name, const T* inSamps, T* outSamps, int order, int flags, Layout layout,
-             BadPacking badPacking) {
+VEK_STEPS void realNip(const char* name, const T* inSamps, T* outSamps, int order, int flags, Layout layout,
+                       BadPacking badPacking) {
     realSteps<Forward, T>(
         name, inSamps, outSamps, order, flags, layout,
         [=](Call& call) {
@@ -369,45 +370,45 @@ void realNip(const char* name, const T* inSamps, T* outSamps, int order, int fla
         badPacking);
 }
 
-inline bool noPacking(Call&, int) { return false; }
+VEK_STEPS bool noPacking(Call&, int) { return false; }
 
 template <class T>
-void realFft(const char* name, T* samps, int order, int flags) {
+VEK_STEPS void realFft(const char* name, T* samps, int order, int flags) {
     realInPlace<true>(name, samps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void realFftNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+VEK_STEPS void realFftNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
     realNip<true>(name, inSamps, outSamps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void realFftl(const char* name, T* samps, int order, int flags) {
+VEK_STEPS void realFftl(const char* name, T* samps, int order, int flags) {
     realInPlace<true>(name, samps, order, flags, outLayout(flags), badOutPacking);
 }
 
 template <class T>
-void realFftlNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+VEK_STEPS void realFftlNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
     realNip<true>(name, inSamps, outSamps, order, flags, outLayout(flags), badOutPacking);
 }
 
 template <class T>
-void ccsFft(const char* name, T* samps, int order, int flags) {
+VEK_STEPS void ccsFft(const char* name, T* samps, int order, int flags) {
     realInPlace<false>(name, samps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void ccsFftNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+VEK_STEPS void ccsFftNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
     realNip<false>(name, inSamps, outSamps, order, flags, Layout::ccs, noPacking);
 }
 
 template <class T>
-void ccsFftl(const char* name, T* samps, int order, int flags) {
+VEK_STEPS void ccsFftl(const char* name, T* samps, int order, int flags) {
     realInPlace<false>(name, samps, order, flags, inLayout(flags), badInPacking);
 }
 
 template <class T>
-void ccsFftlNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
+VEK_STEPS void ccsFftlNip(const char* name, const T* inSamps, T* outSamps, int order, int flags) {
     realNip<false>(name, inSamps, outSamps, order, flags, inLayout(flags), badInPacking);
 }
 
@@ -451,3 +452,5 @@ void mpy3(const char* name, const T* srcA, const T* srcB, T* dst, int order, Lay
 }
 
 }   // namespace vek::fft
+
+#undef VEK_STEPS

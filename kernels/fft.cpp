@@ -252,6 +252,16 @@ struct Blocks {
     }
 };
 
+// How a pass takes its data: in registers where structures travel in them. On the 32-bit stack a copy would be read in
+// wider pieces than it was written in, and each such read waits until the writes have reached the cache.
+#if defined(__i386__)
+template <class Data>
+using Handed = const Data&;
+#else
+template <class Data>
+using Handed = Data;
+#endif
+
 // ---- Passes -------------------------------------------------------------------------------------------------------
 
 // Transposes W vectors of W in lane order: element e of vector i becomes element i of vector e.
@@ -293,7 +303,8 @@ VEK_INLINE void transpose(Vec<T, W>* v) {
 
 // s = 1, m a multiple of W, R at least W. Twiddles stand per block of W values of p: R - 1 vectors of each part.
 template <class T, int W, int R, class In>
-[[gnu::noinline]] void firstPass(In in, T* y, size_t m, const T* twiddles) {
+[[gnu::noinline]] void firstPass(Handed<In> from, T* y, size_t m, const T* twiddles) {
+    const In in = from;
     for (size_t p = 0; p < m; p += W) {
         Cx<Vec<T, W>> a[R];
         unroll<R>([&](auto j) { a[j] = in.template read<W>(p + m * j); });
@@ -316,7 +327,8 @@ template <class T, int W, int R, class In>
 
 // One pass over s columns; row r of the input starts at element r * inRow. Twiddles stand per p: R - 1 pairs.
 template <class T, int W, int R, class In>
-[[gnu::noinline]] void columnPass(In in, size_t inRow, T* y, size_t m, size_t s, const T* twiddles) {
+[[gnu::noinline]] void columnPass(Handed<In> from, size_t inRow, T* y, size_t m, size_t s, const T* twiddles) {
+    const In in = from;
     for (size_t p = 0; p < m; ++p) {
         for (size_t q = 0; q < s; q += W) {
             Cx<Vec<T, W>> a[R];
@@ -334,7 +346,9 @@ template <class T, int W, int R, class In>
 
 // The pass that needs no twiddles, s columns of R values left. Works in place.
 template <class T, int W, int R, class In, class Out>
-[[gnu::noinline]] void lastPass(In in, Out out, size_t s) {
+[[gnu::noinline]] void lastPass(Handed<In> from, Handed<Out> to, size_t s) {
+    const In in = from;
+    const Out out = to;
     for (size_t q = 0; q < s; q += W) {
         Cx<Vec<T, W>> a[R];
         unroll<R>([&](auto j) { a[j] = in.template read<W>(q + s * j); });
@@ -345,7 +359,8 @@ template <class T, int W, int R, class In, class Out>
 
 // The same for `columns` columns side by side, written to rows of the output that are outRow apart.
 template <class T, int W, int R, class Out>
-[[gnu::noinline]] void lastColumnPass(const T* x, Out out, size_t outRow, size_t rows, size_t columns) {
+[[gnu::noinline]] void lastColumnPass(const T* x, Handed<Out> to, size_t outRow, size_t rows, size_t columns) {
+    const Out out = to;
     const size_t s = rows * columns;
     for (size_t row = 0; row < rows; ++row) {
         for (size_t c = 0; c < columns; c += W) {
@@ -374,13 +389,19 @@ inline constexpr int maxLogRadix = 2;
 #else
 inline constexpr int maxLogRadix = vectorBytes == 64 ? 4 : 3;
 #endif
-// One pass in registers is worth more than no spills.
+// Where the rest then fits one vector, a larger first radix is worth its spills.
 inline constexpr int maxLogRadixShort = maxLogRadix < 3 ? 3 : maxLogRadix;
+
+constexpr int log2Of(int power) {
+    int log = 0;
+    while ((1 << log) < power) ++log;
+    return log;
+}
 
 // Spreads `order` over passes of nearly equal radix, larger ones first; the first at least as asked.
 constexpr Plan spread(int order, int width, int firstAtLeast) {
     Plan plan{width, 0, {}};
-    const int most = order <= 2 * maxLogRadixShort ? maxLogRadixShort : maxLogRadix;
+    const int most = order <= maxLogRadixShort + log2Of(width) ? maxLogRadixShort : maxLogRadix;
     int left = order;
     while (left > 0) {
         const int passesLeft = (left + most - 1) / most;
@@ -392,12 +413,6 @@ constexpr Plan spread(int order, int width, int firstAtLeast) {
         left -= logRadix;
     }
     return plan;
-}
-
-constexpr int log2Of(int power) {
-    int log = 0;
-    while ((1 << log) < power) ++log;
-    return log;
 }
 
 // The self-sorting form: the first radix and the rest both hold at least one vector.
@@ -547,7 +562,10 @@ void chooseWidth(const Plan& plan, const In& in, const Out& out, int order, cons
 
 // Two passes with nothing stored between them: N = R W, R at least W, as the plan of the order says.
 template <class T, int W, int R, class In, class Out>
-[[gnu::noinline]] void inRegisters(In in, Out out, const T* twiddles) {
+[[gnu::noinline, gnu::optimize("no-schedule-insns")]] void inRegisters(Handed<In> from, Handed<Out> to,
+                                                                       const T* twiddles) {
+    const In in = from;
+    const Out out = to;
     Cx<Vec<T, W>> a[R];
     unroll<R>([&](auto j) { a[j] = in.template read<W>(W * j); });
     dft<T, W, R>(a);
@@ -778,8 +796,7 @@ void run(const In& in, const Out& out, T* outBuffer, int order, const T* table, 
 }
 
 template <class T>
-void transform(const FftData<const T>& in, const FftData<T>& out, int order, bool inverse, T scale, const T* table,
-               T* scratch) {
+void transform(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table, T* scratch) {
     if (in.im == nullptr && !inverse)
         return run<T>(Pairs<const T, false>{in.re, 1}, Pairs<T, false>{out.re, 1}, out.re, order, table, scratch);
     if (in.im == nullptr)
@@ -830,11 +847,11 @@ VEK_INLINE size_t mirrorGroups(size_t k, size_t m, F body) {
 
 // X[k] = S/2 + t D and X[m - k] = conj(S/2 - t D), S = Z[k] + conj Z[m - k], D = Z[k] - conj Z[m - k].
 template <class T, bool Inverse>
-void realSplitTo(T* z, size_t m, T scale, const T* split) {
+void splitSpectrum(T* z, size_t m, T scale, const T* split) {
     const T first = (z[0] + z[1]) * scale;
     z[1] = (z[0] - z[1]) * scale;
     z[0] = first;
-    const auto group = [&](auto width, size_t k) {
+    mirrorGroups<T, lanes<T>>(1, m, [&](auto width, size_t k) {
         constexpr int w = decltype(width){};
         using V = Vec<T, w>;
         const Pairs<T, false> low{z + 2 * k, 1};
@@ -854,29 +871,18 @@ void realSplitTo(T* z, size_t m, T scale, const T* split) {
         }
         low.template write<w>(0, x);
         high.template write<w>(0, backwards<T, w>(y));
-    };
-    // Eight pairs of doubles come straight from stores of one pair each: wider loads would wait for those to retire.
-    constexpr int onePair = sizeof(T) == 8 && lanes < T >> 2 ? 2 : lanes<T>;
-    if (m == 8)
-        mirrorGroups<T, onePair>(1, m, group);
-    else
-        mirrorGroups<T, lanes<T>>(1, m, group);
-}
-
-template <class T>
-void realSplit(T* z, size_t m, bool inverse, T scale, const T* split) {
-    return inverse ? realSplitTo<T, true>(z, m, scale, split) : realSplitTo<T, false>(z, m, scale, split);
+    });
 }
 
 // Z[k] = S + u D and Z[m - k] = conj(S - u D), u = 2 conj t, S and D as above of X.
-template <class T, bool Forward>
-void realMergeTo(T x0, T xm, const T* bins, T* z, size_t m, const T* split) {
+template <class T, bool Inverse>
+void mergeSpectrum(T x0, T xm, const T* bins, T* z, size_t m, const T* split) {
     mirrorGroups<T, lanes<T>>(1, m, [&](auto width, size_t k) {
         constexpr int w = decltype(width){};
         using V = Vec<T, w>;
         Cx<V> a = Pairs<const T, false>{bins + 2 * (k - 1), 1}.template read<w>(0);
         Cx<V> b = backwards<T, w>(Pairs<const T, false>{bins + 2 * (m - k - (w - 1) - 1), 1}.template read<w>(0));
-        if constexpr (Forward) {
+        if constexpr (!Inverse) {
             a.im = -a.im;
             b.im = -b.im;
         }
@@ -893,14 +899,135 @@ void realMergeTo(T x0, T xm, const T* bins, T* z, size_t m, const T* split) {
     z[1] = x0 - xm;
 }
 
+// Sixteen samples, four by four in registers: x[4 a + b] to X[c + 4 d], b or c along the lanes. Through eight pairs
+// this length would wait for its own stores.
 template <class T>
-void realMerge(T x0, T xm, const T* bins, T* z, size_t m, bool inverse, const T* split) {
-    return inverse ? realMergeTo<T, false>(x0, xm, bins, z, m, split) : realMergeTo<T, true>(x0, xm, bins, z, m, split);
+constexpr T cosine16[] = {1,  T(0.92387953251128675613),  T(0.70710678118654752440),  T(0.38268343236508977173),
+                          0,  T(-0.38268343236508977173), T(-0.70710678118654752440), T(-0.92387953251128675613),
+                          -1, T(-0.92387953251128675613)};
+template <class T>
+constexpr T sine16[] = {0, T(0.38268343236508977173), T(0.70710678118654752440), T(0.92387953251128675613),
+                        1, T(0.92387953251128675613), T(0.70710678118654752440), T(0.38268343236508977173),
+                        0, T(-0.38268343236508977173)};
+
+// Lane i: the cosine and sine of 2 pi K i / 16, in memory order or in lane order.
+template <class T, int K, bool InLaneOrder, int... I>
+VEK_INLINE Cx<Vec<T, 4>> turns16(Ints<I...>) {
+    return {Vec<T, 4>{cosine16<T>[K * (InLaneOrder ? elementOf<T>(I, 4) : I)]...},
+            Vec<T, 4>{sine16<T>[K * (InLaneOrder ? elementOf<T>(I, 4) : I)]...}};
+}
+
+template <class T, bool Inverse>
+VEK_INLINE void forward16(const T* in, T* out, T scale) {
+    using V = Vec<T, 4>;
+    using I = typename MakeInts<4>::type;
+    V x[4];
+    unroll<4>([&](auto a) { x[a] = load<4>(in + 4 * a); });
+    const V t0 = x[0] + x[2];
+    const V t1 = x[0] - x[2];
+    const V t2 = x[1] + x[3];
+    const V t3 = x[1] - x[3];
+    const V t4 = t0 - t2;
+    const Cx<V> w1 = turns16<T, 1, false>(I{});
+    const Cx<V> w2 = turns16<T, 2, false>(I{});
+    const Cx<V> w3 = turns16<T, 3, false>(I{});
+    V re[4] = {t0 + t2, fnma(t3, w1.im, t1 * w1.re), t4 * w2.re, fma(t3, w3.im, t1 * w3.re)};
+    V im[4] = {V{}, -fma(t3, w1.re, t1 * w1.im), -(t4 * w2.im), fnma(t1, w3.im, t3 * w3.re)};
+    transpose<T, 4>(re);
+    transpose<T, 4>(im);
+    Cx<V> y[4];
+    unroll<4>([&](auto b) { y[b] = {re[elementOf<T>(b, 4)], im[elementOf<T>(b, 4)]}; });
+    dft4(y[0], y[1], y[2], y[3]);
+    y[0].im = __builtin_shufflevector(y[2].re, y[0].im, 0, 5, 6, 7);   // X8 beside X0
+    unroll<2>([&](auto d) {
+        if constexpr (Inverse) {
+            y[d].re *= scale;
+            y[d].im *= d == 0 ? Vec<T, 4>{scale, -scale, -scale, -scale} : splat<4>(-scale);
+        }
+        Pairs<T, false>{out, 1}.template write<4>(4 * d, y[d]);
+    });
+}
+
+template <class T, bool Inverse>
+VEK_INLINE void inverse16(T x0, T xm, const T* bins, T* out, T scale) {
+    using V = Vec<T, 4>;
+    using I = typename MakeInts<4>::type;
+    Cx<V> low = Pairs<const T, false>{bins, 1}.template read<4>(0);        // X1 ... X4
+    Cx<V> high = Pairs<const T, false>{bins + 6, 1}.template read<4>(0);   // X4 ... X7
+    if constexpr (!Inverse) {
+        low.im = -low.im;
+        high.im = -high.im;
+    }
+    // Element 0 from `first`, element e from `rest`: element e - 1, or 4 - e when backwards.
+    const auto shifted = [](T first, V rest, auto backwards) {
+        return [&]<int... L>(Ints<L...>) {
+            constexpr auto from = [](int e) {
+                return e == 0 ? 4 : laneOf<T>(decltype(backwards){} ? 4 - e : e - 1, 4);
+            };
+            return __builtin_shufflevector(rest, splat<4>(first), from(elementOf<T>(L, 4))...);
+        }
+        (I{});
+    };
+    const Cx<V> y0 = {shifted(x0, low.re, Int<0>{}), shifted(0, low.im, Int<0>{})};
+    const Cx<V> y2 = {shifted(xm, high.re, Int<1>{}), shifted(0, high.im, Int<1>{})};   // conjugated, as y3
+    const Cx<V> y3 = backwards<T, 4>(low);
+    const Cx<V> t0 = {y0.re + y2.re, y0.im - y2.im};
+    const Cx<V> t1 = {y0.re - y2.re, y0.im + y2.im};
+    const Cx<V> t2 = {high.re + y3.re, high.im - y3.im};
+    const Cx<V> t3 = {high.re - y3.re, high.im + y3.im};
+    Cx<V> c[4];
+    constexpr int at1 = elementOf<T>(1, 4);
+    constexpr int at2 = elementOf<T>(2, 4);
+    c[0] = t0 + t2;
+    c[at1] = Cx<V>{t1.re - t3.im, t1.im + t3.re} * turns16<T, 1, true>(I{});
+    c[at2] = (t0 - t2) * turns16<T, 2, true>(I{});
+    c[3] = Cx<V>{t1.re + t3.im, t1.im - t3.re} * turns16<T, 3, true>(I{});
+    V re[4];
+    V im[4];
+    unroll<4>([&](auto b) {
+        re[b] = c[b].re;
+        im[b] = c[b].im;
+    });
+    transpose<T, 4>(re);
+    transpose<T, 4>(im);
+    // The spectrum is that of a real signal: row 3 would be the conjugate of row 1.
+    const V factor = splat<4>(scale);
+    const V twice = factor + factor;
+    const V even = (re[0] + re[2]) * factor;
+    const V odd = (re[0] - re[2]) * factor;
+    store(out, fma(re[1], twice, even));
+    store(out + 4, fnma(im[1], twice, odd));
+    store(out + 8, fnma(re[1], twice, even));
+    store(out + 12, fma(im[1], twice, odd));
+}
+
+template <class T>
+void realForward(const T* in, T* out, int order, bool inverse, T scale, const T* table, const T* split, T* scratch) {
+    if constexpr (lanes<T> >= 4)
+        if (order == 3) return inverse ? forward16<T, true>(in, out, scale) : forward16<T, false>(in, out, scale);
+    transform<T>({in, nullptr}, {out, nullptr}, order, false, 1, table, scratch);
+    const size_t m = size_t{1} << order;
+    return inverse ? splitSpectrum<T, true>(out, m, scale, split) : splitSpectrum<T, false>(out, m, scale, split);
+}
+
+template <class T>
+void realInverse(T x0, T xm, const T* bins, T* out, int order, bool inverse, T scale, const T* table, const T* split,
+                 T* scratch) {
+    if constexpr (lanes<T> >= 4)
+        if (order == 3)
+            return inverse ? inverse16<T, true>(x0, xm, bins, out, scale)
+                           : inverse16<T, false>(x0, xm, bins, out, scale);
+    const size_t m = size_t{1} << order;
+    if (inverse)
+        mergeSpectrum<T, true>(x0, xm, bins, out, m, split);
+    else
+        mergeSpectrum<T, false>(x0, xm, bins, out, m, split);
+    transform<T>({out, nullptr}, {out, nullptr}, order, true, scale, table, scratch);
 }
 
 template <class T>
 constexpr kernels::FftOf<T> entries = {tableLength<T>, fillTable<T>, scratchLength<T>, transform<T>,
-                                       splitLength<T>, fillSplit<T>, realSplit<T>,     realMerge<T>};
+                                       splitLength<T>, fillSplit<T>, realForward<T>,   realInverse<T>};
 
 }   // namespace
 

@@ -24,19 +24,20 @@ struct FftOf {
     uint64_t (*scratchLength)(int order);
 
     // out = forward transform of in; when inverse, the opposite sign of the exponent, times scale. In place or not.
-    void (*transform)(const FftData<const T>& in, const FftData<T>& out, int order, bool inverse, T scale,
-                      const T* table, T* scratch);
+    void (*transform)(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table,
+                      T* scratch);
 
-    // Real signals of 2m samples, m >= 2, through the transform of their m complex pairs. The split table serves
-    // both ways.
-    uint64_t (*splitLength)(int order);   // order: log2 of m
+    // Real signals of 2m samples, m = 2^order >= 2. The split table serves both ways.
+    uint64_t (*splitLength)(int order);
     void (*fillSplit)(int order, T* table, RootFunction root);
-    // From that transform, in place, to the half spectrum: X0 and Xm in z[0] and z[1], bin k in z[2k], z[2k + 1];
-    // conjugated when inverse, times scale.
-    void (*realSplit)(T* z, size_t m, bool inverse, T scale, const T* split);
-    // From the half spectrum x0, xm and the bins 1 ... m - 1 in bins[0], bins[1] ... to what a transform of m points
-    // of the inverse direction turns into the signal. bins may be z + 2.
-    void (*realMerge)(T x0, T xm, const T* bins, T* z, size_t m, bool inverse, const T* split);
+    // To the half spectrum: X0 and Xm in out[0] and out[1], bin k in out[2k], out[2k + 1]; conjugated and times scale
+    // when inverse. In place or not.
+    void (*realForward)(const T* in, T* out, int order, bool inverse, T scale, const T* table, const T* split,
+                        T* scratch);
+    // From the half spectrum x0, xm and the bins 1 ... m - 1 in bins[0], bins[1] ... to the signal times scale; of the
+    // conjugated spectrum unless inverse. bins may be out + 2, or lie elsewhere.
+    void (*realInverse)(T x0, T xm, const T* bins, T* out, int order, bool inverse, T scale, const T* table,
+                        const T* split, T* scratch);
 };
 
 struct FftTable {

@@ -18,6 +18,12 @@ extern __thread void* slotPointer __attribute__((tls_model("initial-exec")));
 // The calling thread's slot, null until setSlot gave it a value.
 inline void* slot() {
 #ifdef _WIN32
+    // The first 64 slots lie in the thread's environment block (TEB::TlsSlots in winternl.h): no call needed.
+    if (slotIndex < 64) [[likely]] {
+        void* value;
+        asm volatile("movl %%fs:0xE10(,%1,4), %0" : "=r"(value) : "r"(slotIndex));
+        return value;
+    }
     return TlsGetValue(slotIndex);
 #else
     return slotPointer;
