@@ -42,10 +42,9 @@ template <class T>
 VekStatus sqr(Call& call, const T* src, T* dst, int len) {
     if (call.stopped()) return VEK_StsOk;
     if constexpr (isComplex<T>)
-        kernels<T>().complexSqr2(reals(src), reals(dst), len);
+        return kernels<T>().complexSqr2(reals(src), reals(dst), len);
     else
-        kernels<T>().sqr2(src, dst, len);
-    return VEK_StsOk;
+        return kernels<T>().sqr2(src, dst, len);
 }
 
 template <class T>
@@ -68,12 +67,12 @@ template <class T>
 VekStatus sqrt(Call& call, const T* src, T* dst, int len) {
     if (call.stopped()) return VEK_StsOk;
     if constexpr (isComplex<T>) {
-        kernels<T>().complexSqrt2(reals(src), reals(dst), len);
+        return kernels<T>().complexSqrt2(reals(src), reals(dst), len);
     } else {
         const bool negativeMet = kernels<T>().sqrt2(src, dst, len);
         call.bad(negativeMet, "Element of input vector is negative");
+        return call.result;
     }
-    return call.result;
 }
 
 template <class T>
@@ -97,8 +96,7 @@ VekStatus abs1(const char* name, T* vec, int len) {
     Call call{module, name};
     if (badVectors(call, vec, len)) return call.result;
     if (call.stopped()) return VEK_StsOk;
-    kernels<T>().abs2(vec, vec, len);
-    return VEK_StsOk;
+    return kernels<T>().abs2(vec, vec, len);
 }
 
 template <class T>
@@ -106,8 +104,7 @@ VekStatus abs2(const char* name, const T* src, T* dst, int len) {
     Call call{module, name};
     if (badVectors(call, src, dst, len)) return call.result;
     if (call.stopped()) return VEK_StsOk;
-    kernels<T>().abs2(src, dst, len);
-    return VEK_StsOk;
+    return kernels<T>().abs2(src, dst, len);
 }
 
 // ---- Thresholds: `negative`, the report of a negative threshold, is null where one is welcome ---
@@ -119,12 +116,11 @@ VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int r
     const vek::kernels::VecOf<Real<T>>& table = kernels<T>();
     if constexpr (isComplex<T>) {
         const auto kernel = relOp == VEK_LT ? table.complexThreshBelow2 : table.complexThreshAbove2;
-        kernel(reals(src), reals(dst), len, limit);
+        return kernel(reals(src), reals(dst), len, limit);
     } else {
         const auto kernel = relOp == VEK_LT ? table.threshBelow2 : table.threshAbove2;
-        kernel(src, dst, len, limit);
+        return kernel(src, dst, len, limit);
     }
-    return VEK_StsOk;
 }
 
 template <class T>

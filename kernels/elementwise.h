@@ -152,22 +152,26 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
             if (n < step) return few<T, narrower<T, w>, step, Step>(n, compute, put);
         constexpr size_t elementBytes = Step::reals * sizeof(T);
         constexpr size_t worthAligning = 16 * step;
-        const auto wholeSteps = [&](size_t i) {
-            for (; n - i >= 2 * step; i += 2 * step) {
-                put(i, compute(Int<w>{}, i));
-                put(i + step, compute(Int<w>{}, i + step));
-            }
-            if (n - i >= step) put(i, compute(Int<w>{}, i));
-        };
         const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
         const bool align = n >= worthAligning && misaligned != 0 && misaligned % elementBytes == 0;
-        if (!align && n % step == 0) return wholeSteps(0);
-        const size_t begin = align ? (w * sizeof(T) - misaligned) / elementBytes : 0;
-        const auto first = compute(Int<w>{}, 0);
-        const auto last = compute(Int<w>{}, n - step);
-        wholeSteps(begin);
-        put(n - step, last);
-        put(0, first);
+        const bool ends = align || n % step != 0;
+        decltype(compute(Int<w>{}, 0)) first{};
+        decltype(compute(Int<w>{}, 0)) last{};
+        size_t i = 0;
+        if (ends) {
+            first = compute(Int<w>{}, 0);
+            last = compute(Int<w>{}, n - step);
+            if (align) i = (w * sizeof(T) - misaligned) / elementBytes;
+        }
+        for (; n - i >= 2 * step; i += 2 * step) {
+            put(i, compute(Int<w>{}, i));
+            put(i + step, compute(Int<w>{}, i + step));
+        }
+        if (n - i >= step) put(i, compute(Int<w>{}, i));
+        if (ends) {
+            put(n - step, last);
+            put(0, first);
+        }
     }
 }
 

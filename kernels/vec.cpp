@@ -10,6 +10,10 @@
 namespace vek::VEK_LEVEL {
 namespace {
 
+using kernels::Success;
+
+inline constexpr Success success = 0;
+
 // ---- Reals --------------------------------------------------------------------------------------
 
 // dst[i ...] = compute(Int<W>, i), a vector of W reals.
@@ -19,11 +23,12 @@ VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
 }
 
 template <class T>
-void sqr2(const T* src, T* dst, size_t n) {
+Success sqr2(const T* src, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t i) {
         const auto x = load<w>(src + i);
         return x * x;
     });
+    return success;
 }
 
 template <class T>
@@ -42,15 +47,16 @@ bool sqrt2(const T* src, T* dst, size_t n) {
 }
 
 template <class T>
-void abs2(const T* src, T* dst, size_t n) {
+Success abs2(const T* src, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t i) { return magnitude<T, w>(load<w>(src + i)); });
+    return success;
 }
 
 // The order of the bit patterns: as sign and magnitude, so that -0 is below +0 and NaNs lie beyond the
 // infinities. Against a threshold with the sign bit clear that is the order of the patterns as signed
 // integers; against one with the sign bit set it is the reverse of their order as unsigned integers.
 template <class T, bool Below>
-void threshold(const T* src, T* dst, size_t n, T thresh) {
+Success threshold(const T* src, T* dst, size_t n, T thresh) {
     using Signed = typename IntOf<T>::type;
     const Signed limit = bitsAs<Signed>(thresh);
     if (limit >= 0) {
@@ -68,6 +74,7 @@ void threshold(const T* src, T* dst, size_t n, T thresh) {
             return bitsAs<Vec<T, w>>(kept);
         });
     }
+    return success;
 }
 
 // What stands for the reciprocal of zero, in both precisions: the largest finite float.
@@ -137,13 +144,17 @@ VEK_INLINE void mapComplex(const T* src, T* dst, size_t count, Compute compute) 
 }
 
 template <class T>
-void complexSqr2(const T* src, T* dst, size_t count) {
+Success complexSqr2(const T* src, T* dst, size_t count) {
     mapComplex(src, dst, count, [](auto w, auto x) {
         const auto cross = x.re * x.im;
         return Planar<T, w>{(x.re - x.im) * (x.re + x.im), cross + cross};
     });
+    return success;
 }
 
+// A square of a modulus between lowSquare and highSquare, and a threshold between smallThreshold and largeThreshold,
+// need no scaling: what is computed from the two stays in the range.
+//
 // Elements whose larger part is below lowEnd or not below highBegin are scaled by raise or lower. Then the
 // modulus lies between 2^-59 and 2^61 (2^-474 and 2^385 in double precision), and so do the thresholds that
 // thresholdPart leaves, within 2^+-64 (2^+-512): no quotient or product of two such numbers leaves the range.
@@ -156,6 +167,7 @@ struct Range<float> {
     static constexpr float lower = 0x1p-80f, lowerRoot = 0x1p40f;
     static constexpr float smallThreshold = 0x1p-64f, largeThreshold = 0x1p64f;
     static constexpr float ofSmall = 0x1p85f, backToSmall = 0x1p-85f;
+    static constexpr float lowSquare = 0x1p-100f, highSquare = 0x1p120f;
     static constexpr float largest = __FLT_MAX__;
 };
 template <>
@@ -165,6 +177,7 @@ struct Range<double> {
     static constexpr double lower = 0x1p-640, lowerRoot = 0x1p320;
     static constexpr double smallThreshold = 0x1p-512, largeThreshold = 0x1p512;
     static constexpr double ofSmall = 0x1p562, backToSmall = 0x1p-562;
+    static constexpr double lowSquare = 0x1p-960, highSquare = 0x1p960;
     static constexpr double largest = __DBL_MAX__;
 };
 
@@ -179,6 +192,36 @@ VEK_INLINE ThresholdPart<T> thresholdPart(T thresh) {
     if (thresh < R::smallThreshold) return {thresh * R::ofSmall, R::ofSmall, R::backToSmall};
     if (thresh > R::largeThreshold) return {thresh * R::smallThreshold, R::smallThreshold, R::largeThreshold};
     return {thresh, 1, 1};
+}
+
+template <class T, int W>
+VEK_INLINE bool areOrdinary(Vec<T, W> square) {
+    const T low = Range<T>::lowSquare;
+    const T high = Range<T>::highSquare;
+#if defined(__AVX2__)
+    // One comparison of the patterns, which order as the numbers do; those of NaNs lie beyond.
+    using Bits = typename UintOf<T>::type;
+    const auto distance = bitsAs<UintVec<T, W>>(square) - splat<W>(bitsAs<Bits>(low));
+    return !any<W>(distance > splat<W>(bitsAs<Bits>(high) - bitsAs<Bits>(low)));
+#else
+    return !any<W>((square < splat<W>(low)) | !(square <= splat<W>(high)));
+#endif
+}
+
+// compute(x, square) where all squares are in that range. Zeros are frequent in signals: where these alone are not,
+// ones are computed in their place, and `ofZero` is the result. Everything else is left to unusual(x).
+template <class T, int W, class Compute, class Unusual>
+VEK_INLINE Planar<T, W> byRange(Planar<T, W> x, bool zeros, Planar<T, W> ofZero, Compute compute, Unusual unusual) {
+    const auto square = fma(x.re, x.re, x.im * x.im);
+    if (areOrdinary<T, W>(square)) [[likely]]
+        return compute(x, square);
+    const Vec<T, W> zero = {};
+    const auto one = splat<W>(static_cast<T>(1));
+    const auto isZero = (x.re == zero) & (x.im == zero);
+    const auto others = isZero ? one : square;
+    if (!zeros || !areOrdinary<T, W>(others)) return unusual(x);
+    const Planar<T, W> result = compute(Planar<T, W>{isZero ? one : x.re, x.im}, others);
+    return {isZero ? ofZero.re : result.re, isZero ? ofZero.im : result.im};
 }
 
 template <class T, int W>
@@ -266,8 +309,9 @@ VEK_INLINE Planar<T, W> principalRoot(Planar<T, W> x) {
 }
 
 template <class T>
-void complexSqrt2(const T* src, T* dst, size_t count) {
+Success complexSqrt2(const T* src, T* dst, size_t count) {
     mapComplex(src, dst, count, [](auto w, auto x) { return principalRoot<T, w>(x); });
+    return success;
 }
 
 // Where a part is infinite, the point of the unit square's edge that lies in that direction; elsewhere x.
@@ -309,10 +353,26 @@ VEK_INLINE Planar<T, W> limited(Planar<T, W> x, T thresh, ThresholdPart<T> limit
 }
 
 template <class T, bool Below>
-void complexThreshold(const T* src, T* dst, size_t count, T thresh) {
+Success complexThreshold(const T* src, T* dst, size_t count, T thresh) {
     const T limit = magnitude<T, 1>(thresh);
     const ThresholdPart<T> part = thresholdPart(limit);
-    mapComplex(src, dst, count, [=](auto w, auto x) { return limited<T, w, Below>(x, limit, part); });
+    const T squareLimit = limit * limit;
+    mapComplex(src, dst, count, [=](auto width, auto x) {
+        constexpr int w = decltype(width){};
+        const auto unusual = [=](auto rare) { return limited<T, w, Below>(rare, limit, part); };
+        if (part.scale != 1) return unusual(x);
+        return byRange<T, w>(
+            x, true, Below ? Planar<T, w>{splat<w>(limit), {}} : x,
+            [=](auto usual, auto square) {
+                const auto bound = splat<w>(squareLimit);
+                const auto replaced = Below ? square < bound : square > bound;
+                const auto one = splat<w>(static_cast<T>(1));
+                const auto factor = replaced ? splat<w>(limit) / squareRoot(square) : one;
+                return Planar<T, w>{usual.re * factor, usual.im * factor};
+            },
+            unusual);
+    });
+    return success;
 }
 
 // 1 / x where |x| exceeds thresh; elsewhere a number of modulus 1 / thresh with the phase of 1 / x.
@@ -349,8 +409,22 @@ bool complexInvThresh2(const T* src, T* dst, size_t count, T thresh) {
     const bool plain = thresh == 0;
     const T inverseOfZero = plain ? static_cast<T>(reciprocalOfZero) : 1 / thresh;
     bool zeroMet = false;
-    mapComplex(src, dst, count, [=, &zeroMet](auto w, auto x) {
-        return limitedInverse<T, w>(x, thresh, limit, inverseOfZero, zeroMet);
+    const T squareLimit = thresh * thresh;
+    mapComplex(src, dst, count, [=, &zeroMet](auto width, auto x) {
+        constexpr int w = decltype(width){};
+        const auto unusual = [=, &zeroMet](auto rare) {
+            return limitedInverse<T, w>(rare, thresh, limit, inverseOfZero, zeroMet);
+        };
+        if (!plain && limit.scale != 1) return unusual(x);
+        return byRange<T, w>(
+            x, !plain, Planar<T, w>{splat<w>(inverseOfZero), {}},
+            [=](auto usual, auto square) {
+                auto divisor = square;
+                if (!plain) divisor = square > splat<w>(squareLimit) ? square : squareRoot(square) * splat<w>(thresh);
+                const auto factor = splat<w>(static_cast<T>(1)) / divisor;
+                return Planar<T, w>{usual.re * factor, negated<T, w>(usual.im * factor)};
+            },
+            unusual);
     });
     return plain && zeroMet;
 }

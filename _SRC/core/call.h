@@ -32,13 +32,13 @@ struct Call {
 
     // After an inner call: adds this operation's line to the chain of reports when the inner call failed.
     [[gnu::always_inline]] bool backtrace(const char* message = nullptr, int line = __builtin_LINE()) {
-        if (context().status >= 0) [[likely]]
+        if (statusNow() >= 0) [[likely]]
             return false;
         report(VEK_StsBacktrace, message, line);
         return true;
     }
 
-    static bool stopped() { return context().status < 0; }
+    static bool stopped() { return statusNow() < 0; }
 
     [[gnu::always_inline]] void report(VekStatus status, const char* message, int line) {
         result = raise(status, name, message, module, line);

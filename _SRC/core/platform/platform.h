@@ -8,7 +8,6 @@ namespace vek::platform {
 
 #ifdef _WIN32
 extern unsigned long slotIndex;
-extern "C" __declspec(dllimport) void* __stdcall TlsGetValue(unsigned long index);
 #else
 // Initial-exec: one load relative to the thread pointer. A library that is opened at run time finds room for it in
 // the C library's reserve for such variables.
@@ -18,13 +17,16 @@ extern __thread void* slotPointer __attribute__((tls_model("initial-exec")));
 // The calling thread's slot, null until setSlot gave it a value.
 inline void* slot() {
 #ifdef _WIN32
-    // The first 64 slots lie in the thread's environment block (TEB::TlsSlots in winternl.h): no call needed.
+    // Where TlsGetValue would look, in the thread's environment block (TlsSlots and TlsExpansionSlots in winternl.h):
+    // the call would cost as much as eight elements.
     if (slotIndex < 64) [[likely]] {
         void* value;
         asm volatile("movl %%fs:0xE10(,%1,4), %0" : "=r"(value) : "r"(slotIndex));
         return value;
     }
-    return TlsGetValue(slotIndex);
+    void** expansion;
+    asm volatile("movl %%fs:0xF94, %0" : "=r"(expansion));
+    return expansion == nullptr || slotIndex >= 64 + 1024 ? nullptr : expansion[slotIndex - 64];
 #else
     return slotPointer;
 #endif
