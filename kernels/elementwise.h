@@ -136,11 +136,10 @@ VEK_INLINE void few(size_t n, Compute compute, Put put) {
 // Runs compute(Int<W>, i), which reads the sources of one step that begins at element i and returns its
 // results, and put(i, results), which stores them, over n elements; `dst` is where put(0, ...) begins.
 //
-// A rest that is shorter than a step is done as a whole step that ends at element n, and overlaps the one
-// before it. So that dst may equal a source, its results are computed before the loop, from sources that are
-// still untouched, and stored behind it. Long runs begin likewise: with a step at element 0 that is stored
-// last, after which the stores of the loop are aligned to the vector; a store that straddles cache lines
-// costs as much as two.
+// The last step ends at element n and may overlap the one before it. So that dst may equal a source, its results are
+// computed before the loop, from sources that are still untouched, and stored behind it. Long runs begin likewise: with
+// a step at element 0 that is stored last, after which the stores of the loop are aligned to the vector; a store that
+// straddles cache lines costs as much as two.
 template <class T, class Step, class Compute, class Put>
 VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
     constexpr int w = lanes<T>;
@@ -150,28 +149,28 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
     } else {
         if constexpr (step > 1)
             if (n < step) return few<T, narrower<T, w>, step, Step>(n, compute, put);
-        constexpr size_t elementBytes = Step::reals * sizeof(T);
-        constexpr size_t worthAligning = 16 * step;
-        const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
-        const bool align = n >= worthAligning && misaligned != 0 && misaligned % elementBytes == 0;
-        const bool ends = align || n % step != 0;
-        decltype(compute(Int<w>{}, 0)) first{};
-        decltype(compute(Int<w>{}, 0)) last{};
-        size_t i = 0;
-        if (ends) {
-            first = compute(Int<w>{}, 0);
-            last = compute(Int<w>{}, n - step);
-            if (align) i = (w * sizeof(T) - misaligned) / elementBytes;
-        }
-        for (; n - i >= 2 * step; i += 2 * step) {
-            put(i, compute(Int<w>{}, i));
-            put(i + step, compute(Int<w>{}, i + step));
-        }
-        if (n - i >= step) put(i, compute(Int<w>{}, i));
-        if (ends) {
-            put(n - step, last);
+        const auto last = compute(Int<w>{}, n - step);
+        if (n < 16 * step) {
+            if constexpr (Step::reals == 1) {
+#pragma GCC unroll 16
+                for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+            } else {
+#pragma GCC unroll 1
+                for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+            }
+        } else {
+            constexpr size_t elementBytes = Step::reals * sizeof(T);
+            const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
+            const auto first = compute(Int<w>{}, 0);
+            size_t i = misaligned % elementBytes == 0 ? (w * sizeof(T) - misaligned) / elementBytes : step;
+            for (const size_t stop = n - 2 * step; i < stop; i += 2 * step) {
+                put(i, compute(Int<w>{}, i));
+                put(i + step, compute(Int<w>{}, i + step));
+            }
+            if (i < n - step) put(i, compute(Int<w>{}, i));
             put(0, first);
         }
+        put(n - step, last);
     }
 }
 

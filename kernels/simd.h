@@ -17,6 +17,7 @@
 #endif
 
 #define VEK_INLINE [[gnu::always_inline]] inline
+#define VEK_INLINE_LAMBDA __attribute__((always_inline))   // after the parameters
 
 namespace vek::VEK_LEVEL {
 namespace {

@@ -357,13 +357,13 @@ Success complexThreshold(const T* src, T* dst, size_t count, T thresh) {
     const T limit = magnitude<T, 1>(thresh);
     const ThresholdPart<T> part = thresholdPart(limit);
     const T squareLimit = limit * limit;
-    mapComplex(src, dst, count, [=](auto width, auto x) {
+    mapComplex(src, dst, count, [&](auto width, auto x) VEK_INLINE_LAMBDA {
         constexpr int w = decltype(width){};
-        const auto unusual = [=](auto rare) { return limited<T, w, Below>(rare, limit, part); };
+        const auto unusual = [&](auto rare) VEK_INLINE_LAMBDA { return limited<T, w, Below>(rare, limit, part); };
         if (part.scale != 1) return unusual(x);
         return byRange<T, w>(
             x, true, Below ? Planar<T, w>{splat<w>(limit), {}} : x,
-            [=](auto usual, auto square) {
+            [&](auto usual, auto square) VEK_INLINE_LAMBDA {
                 const auto bound = splat<w>(squareLimit);
                 const auto replaced = Below ? square < bound : square > bound;
                 const auto one = splat<w>(static_cast<T>(1));
@@ -410,15 +410,15 @@ bool complexInvThresh2(const T* src, T* dst, size_t count, T thresh) {
     const T inverseOfZero = plain ? static_cast<T>(reciprocalOfZero) : 1 / thresh;
     bool zeroMet = false;
     const T squareLimit = thresh * thresh;
-    mapComplex(src, dst, count, [=, &zeroMet](auto width, auto x) {
+    mapComplex(src, dst, count, [&](auto width, auto x) VEK_INLINE_LAMBDA {
         constexpr int w = decltype(width){};
-        const auto unusual = [=, &zeroMet](auto rare) {
+        const auto unusual = [&](auto rare) VEK_INLINE_LAMBDA {
             return limitedInverse<T, w>(rare, thresh, limit, inverseOfZero, zeroMet);
         };
         if (!plain && limit.scale != 1) return unusual(x);
         return byRange<T, w>(
             x, !plain, Planar<T, w>{splat<w>(inverseOfZero), {}},
-            [=](auto usual, auto square) {
+            [&](auto usual, auto square) VEK_INLINE_LAMBDA {
                 auto divisor = square;
                 if (!plain) divisor = square > splat<w>(squareLimit) ? square : squareRoot(square) * splat<w>(thresh);
                 const auto factor = splat<w>(static_cast<T>(1)) / divisor;
