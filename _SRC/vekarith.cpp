@@ -17,11 +17,8 @@ constexpr const char* module = "vekarith";
 
 // The active level's kernels for elements of type T.
 template <class T>
-const vek::kernels::ArithOf<Real<T>>& kernels() {
-    if constexpr (sizeof(Real<T>) == sizeof(float))
-        return vek::kernelsNow().arith->f;
-    else
-        return vek::kernelsNow().arith->d;
+const auto& kernels() {
+    return vek::halfOf<Real<T>>(vek::kernelsNow().arith);
 }
 
 // ---- Filling and copying ------------------------------------------------------------------------

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "core/call.h"
+#include "core/elements.h"
 #include "core/roots.h"
 #include "kernels/level/levels.h"
 
@@ -27,10 +28,10 @@ inline constexpr const char* moduleOf = sizeof(T) == sizeof(float) ? "vekffts" :
 
 inline constexpr int forwInverse = VEK_Forw | VEK_Inv;
 
-inline const kernels::FftOf<float>& kernelsOf(const float*) { return kernelsNow().fft->f; }
-inline const kernels::FftOf<double>& kernelsOf(const double*) { return kernelsNow().fft->d; }
-inline const kernels::ArithOf<float>& arithOf(const float*) { return kernelsNow().arith->f; }
-inline const kernels::ArithOf<double>& arithOf(const double*) { return kernelsNow().arith->d; }
+template <class T>
+const kernels::FftOf<T>& kernelsOf() {
+    return halfOf<T>(kernelsNow().fft);
+}
 inline core::TransformTables& cacheOf(const float*) { return context().tables.transformC; }
 inline core::TransformTables& cacheOf(const double*) { return context().tables.transformZ; }
 
@@ -71,7 +72,7 @@ T* lineTable(core::OrderSlots& slots, int order, std::uint64_t length, Fill fill
 // Builds what is missing. The scratch area comes first: where memory is short it fails before any table is computed.
 template <class T>
 [[gnu::cold, gnu::noinline]] bool build(core::TransformTables& cache, int order, int extras) {
-    const auto& kernels = kernelsOf(static_cast<T*>(nullptr));
+    const auto& kernels = kernelsOf<T>();
     if (cache.owner != &kernels) cache.releaseAll();
     cache.owner = &kernels;
     if (cache.scratch.ordersServed <= order) {
@@ -91,7 +92,7 @@ template <class T>
 VEK_STEPS bool obtain(Tables<T>& tables, int order, int extras) {
     auto& thread = context().tables;
     auto& cache = cacheOf(tables.working);
-    const bool ready = cache.owner == &kernelsOf(tables.working) && cache.scratch.ordersServed > order &&
+    const bool ready = cache.owner == &kernelsOf<T>() && cache.scratch.ordersServed > order &&
                        cache.working.slot[order] != nullptr &&
                        ((extras & realSplit) == 0 || cache.realSplit.slot[order] != nullptr) &&
                        ((extras & swapList) == 0 || thread.swapList.slot[order] != nullptr);
@@ -203,30 +204,19 @@ VEK_STEPS void complexFft(const char* name, FftData<const T> in, FftData<T> out,
         permute(in, out, order, tables.swaps);
         in = {out.re, out.im};
     }
-    kernelsOf(out.re).transform(in, out, order, (flags & VEK_Inv) != 0, scaleOf<T>(order, flags), tables.working,
-                                tables.scratch);
+    kernelsOf<T>().transform(in, out, order, (flags & VEK_Inv) != 0, scaleOf<T>(order, flags), tables.working,
+                             tables.scratch);
     if ((flags & VEK_OutBitRev) != 0) permute<T>({out.re, out.im}, out, order, tables.swaps);
 }
 
-template <class C>
-struct RealOf;
-template <>
-struct RealOf<VekCplx> {
-    using type = float;
-};
-template <>
-struct RealOf<VekDCplx> {
-    using type = double;
-};
-
 // A complex vector as pairs of reals.
 template <class C>
-FftData<const typename RealOf<C>::type> pairs(const C* samps) {
-    return {reinterpret_cast<const typename RealOf<C>::type*>(samps), nullptr};
+FftData<const core::Real<C>> pairs(const C* samps) {
+    return {core::reals(samps), nullptr};
 }
 template <class C>
-FftData<typename RealOf<C>::type> pairs(C* samps) {
-    return {reinterpret_cast<typename RealOf<C>::type*>(samps), nullptr};
+FftData<core::Real<C>> pairs(C* samps) {
+    return {core::reals(samps), nullptr};
 }
 
 template <class C>
@@ -297,7 +287,7 @@ VEK_STEPS void realToSpectrum(const T* in, T* out, int order, int flags, Layout 
         out[1] = (in[0] - in[1]) * scale;
         out[0] = sum;
     } else {
-        kernelsOf(out).realForward(in, out, order - 1, (flags & VEK_Inv) != 0, scale, tables.working, tables.split,
+        kernelsOf<T>().realForward(in, out, order - 1, (flags & VEK_Inv) != 0, scale, tables.working, tables.split,
                                    tables.scratch);
     }
     placeEnds(out, n, layout);
@@ -323,7 +313,7 @@ VEK_STEPS void spectrumToReal(const T* in, T* out, int order, int flags, Layout 
         std::memmove(out + 2, out + 1, (n - 2) * sizeof(T));
         bins = out + 2;
     }
-    kernelsOf(out).realInverse(first, last, bins, out, order - 1, (flags & VEK_Inv) != 0, scale, tables.working,
+    kernelsOf<T>().realInverse(first, last, bins, out, order - 1, (flags & VEK_Inv) != 0, scale, tables.working,
                                tables.split, tables.scratch);
 }
 
@@ -438,7 +428,7 @@ void product(const char* name, const T* srcA, const char* nullA, const T* srcB, 
     const std::size_t bins = layout == Layout::rcPack ? 1 : 2;
     dst[0] = srcA[0] * srcB[0];
     if (order >= 1) dst[last] = srcA[last] * srcB[last];
-    if (order >= 2) arithOf(dst).complexMpy3(srcA + bins, srcB + bins, dst + bins, n / 2 - 1);
+    if (order >= 2) halfOf<T>(kernelsNow().arith).complexMpy3(srcA + bins, srcB + bins, dst + bins, n / 2 - 1);
 }
 
 template <class T>

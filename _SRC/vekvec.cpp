@@ -16,11 +16,8 @@ constexpr const char* module = "vekvec";
 
 // The active level's kernels for elements of type T.
 template <class T>
-const vek::kernels::VecOf<Real<T>>& kernels() {
-    if constexpr (sizeof(Real<T>) == sizeof(float))
-        return vek::kernelsNow().vec->f;
-    else
-        return vek::kernelsNow().vec->d;
+const auto& kernels() {
+    return vek::halfOf<Real<T>>(vek::kernelsNow().vec);
 }
 
 // Members 1 work in place, members 2 from src to dst; they differ in the names that their reports give the

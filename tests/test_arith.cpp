@@ -50,42 +50,27 @@ void form3(const T* a, const T* b, T, T* dst, int n) {
     F(a, b, dst, n);
 }
 
-const std::vector<Member<float>> membersS = {
-    {"veksbZero", Op::zero, 0, form0<veksbZero, float>}, {"veksbSet", Op::set, 1, form1<veksbSet, float>},
-    {"veksbCopy", Op::copy, 4, form2<veksbCopy, float>}, {"veksbAdd1", Op::add, 1, form1<veksbAdd1, float>},
-    {"veksbAdd2", Op::add, 2, form2<veksbAdd2, float>},  {"veksbAdd3", Op::add, 3, form3<veksbAdd3, float>},
-    {"veksbSub1", Op::sub, 1, form1<veksbSub1, float>},  {"veksbSub2", Op::sub, 2, form2<veksbSub2, float>},
-    {"veksbSub3", Op::sub, 3, form3<veksbSub3, float>},  {"veksbMpy1", Op::mpy, 1, form1<veksbMpy1, float>},
-    {"veksbMpy2", Op::mpy, 2, form2<veksbMpy2, float>},  {"veksbMpy3", Op::mpy, 3, form3<veksbMpy3, float>},
-};
-const std::vector<Member<double>> membersD = {
-    {"vekdbZero", Op::zero, 0, form0<vekdbZero, double>}, {"vekdbSet", Op::set, 1, form1<vekdbSet, double>},
-    {"vekdbCopy", Op::copy, 4, form2<vekdbCopy, double>}, {"vekdbAdd1", Op::add, 1, form1<vekdbAdd1, double>},
-    {"vekdbAdd2", Op::add, 2, form2<vekdbAdd2, double>},  {"vekdbAdd3", Op::add, 3, form3<vekdbAdd3, double>},
-    {"vekdbSub1", Op::sub, 1, form1<vekdbSub1, double>},  {"vekdbSub2", Op::sub, 2, form2<vekdbSub2, double>},
-    {"vekdbSub3", Op::sub, 3, form3<vekdbSub3, double>},  {"vekdbMpy1", Op::mpy, 1, form1<vekdbMpy1, double>},
-    {"vekdbMpy2", Op::mpy, 2, form2<vekdbMpy2, double>},  {"vekdbMpy3", Op::mpy, 3, form3<vekdbMpy3, double>},
-};
+// The members that every type has.
+#define VEK_MEMBERS(prefix, T)                                                                                       \
+    {#prefix "Zero", Op::zero, 0, form0<prefix##Zero, T>}, {#prefix "Set", Op::set, 1, form1<prefix##Set, T>},       \
+        {#prefix "Copy", Op::copy, 4, form2<prefix##Copy, T>}, {#prefix "Add1", Op::add, 1, form1<prefix##Add1, T>}, \
+        {#prefix "Add2", Op::add, 2, form2<prefix##Add2, T>}, {#prefix "Add3", Op::add, 3, form3<prefix##Add3, T>},  \
+        {#prefix "Sub1", Op::sub, 1, form1<prefix##Sub1, T>}, {#prefix "Sub2", Op::sub, 2, form2<prefix##Sub2, T>},  \
+        {#prefix "Sub3", Op::sub, 3, form3<prefix##Sub3, T>}, {#prefix "Mpy1", Op::mpy, 1, form1<prefix##Mpy1, T>},  \
+        {#prefix "Mpy2", Op::mpy, 2, form2<prefix##Mpy2, T>}, {                                                      \
+#prefix "Mpy3", Op::mpy, 3, form3 < prefix##Mpy3, T>                                                         \
+    }
+
 using C = VekCplx;
-const std::vector<Member<C>> membersC = {
-    {"vekcbZero", Op::zero, 0, form0<vekcbZero, C>},   {"vekcbSet", Op::set, 1, form1<vekcbSet, C>},
-    {"vekcbCopy", Op::copy, 4, form2<vekcbCopy, C>},   {"vekcbAdd1", Op::add, 1, form1<vekcbAdd1, C>},
-    {"vekcbAdd2", Op::add, 2, form2<vekcbAdd2, C>},    {"vekcbAdd3", Op::add, 3, form3<vekcbAdd3, C>},
-    {"vekcbSub1", Op::sub, 1, form1<vekcbSub1, C>},    {"vekcbSub2", Op::sub, 2, form2<vekcbSub2, C>},
-    {"vekcbSub3", Op::sub, 3, form3<vekcbSub3, C>},    {"vekcbMpy1", Op::mpy, 1, form1<vekcbMpy1, C>},
-    {"vekcbMpy2", Op::mpy, 2, form2<vekcbMpy2, C>},    {"vekcbMpy3", Op::mpy, 3, form3<vekcbMpy3, C>},
-    {"vekcbConj1", Op::conj, 0, form0<vekcbConj1, C>}, {"vekcbConj2", Op::conj, 4, form2<vekcbConj2, C>},
-};
 using Z = VekDCplx;
-const std::vector<Member<Z>> membersZ = {
-    {"vekzbZero", Op::zero, 0, form0<vekzbZero, Z>},   {"vekzbSet", Op::set, 1, form1<vekzbSet, Z>},
-    {"vekzbCopy", Op::copy, 4, form2<vekzbCopy, Z>},   {"vekzbAdd1", Op::add, 1, form1<vekzbAdd1, Z>},
-    {"vekzbAdd2", Op::add, 2, form2<vekzbAdd2, Z>},    {"vekzbAdd3", Op::add, 3, form3<vekzbAdd3, Z>},
-    {"vekzbSub1", Op::sub, 1, form1<vekzbSub1, Z>},    {"vekzbSub2", Op::sub, 2, form2<vekzbSub2, Z>},
-    {"vekzbSub3", Op::sub, 3, form3<vekzbSub3, Z>},    {"vekzbMpy1", Op::mpy, 1, form1<vekzbMpy1, Z>},
-    {"vekzbMpy2", Op::mpy, 2, form2<vekzbMpy2, Z>},    {"vekzbMpy3", Op::mpy, 3, form3<vekzbMpy3, Z>},
-    {"vekzbConj1", Op::conj, 0, form0<vekzbConj1, Z>}, {"vekzbConj2", Op::conj, 4, form2<vekzbConj2, Z>},
-};
+const std::vector<Member<float>> membersS = {VEK_MEMBERS(veksb, float)};
+const std::vector<Member<double>> membersD = {VEK_MEMBERS(vekdb, double)};
+const std::vector<Member<C>> membersC = {VEK_MEMBERS(vekcb, C),
+                                         {"vekcbConj1", Op::conj, 0, form0<vekcbConj1, C>},
+                                         {"vekcbConj2", Op::conj, 4, form2<vekcbConj2, C>}};
+const std::vector<Member<Z>> membersZ = {VEK_MEMBERS(vekzb, Z),
+                                         {"vekzbConj1", Op::conj, 0, form0<vekzbConj1, Z>},
+                                         {"vekzbConj2", Op::conj, 4, form2<vekzbConj2, Z>}};
 
 template <class T>
 T exactly(Op op, T a, T b) {

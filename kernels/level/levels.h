@@ -31,4 +31,13 @@ namespace vek {
 
 inline const level::Kernels& kernelsNow() { return level::current; }
 
+// Of a family's kernels those for float, or those for double.
+template <class Real, class Table>
+inline const auto& halfOf(const Table* table) {
+    if constexpr (sizeof(Real) == sizeof(float))
+        return table->f;
+    else
+        return table->d;
+}
+
 }   // namespace vek
