@@ -93,17 +93,23 @@ public:
         fill<T>(values, [this] { return ordinaryReal<typename RealOfElement<T>::type>(); });
         return values;
     }
-    // Specials among ordinary values, and runs of one value.
+    // Specials among ordinary values, runs of one value, and stretches without specials, as long as several vectors.
     template <class T>
     std::vector<T> mixed(std::size_t n) {
         using Real = typename RealOfElement<T>::type;
         std::vector<T> values(n);
         int runLeft = 0;
+        int stretchLeft = 0;
+        bool specials = false;
         Real kept = 0;
         fill<T>(values, [&] {
+            if (stretchLeft-- <= 0) {
+                stretchLeft = 16 + below(128);
+                specials = below(2) == 0;
+            }
             if (runLeft-- <= 0) {
                 runLeft = below(8) == 0 ? below(24) : 0;
-                kept = below(3) == 0 ? specialReal<Real>() : ordinaryReal<Real>();
+                kept = specials && below(3) == 0 ? specialReal<Real>() : ordinaryReal<Real>();
             }
             return kept;
         });
