@@ -72,6 +72,31 @@ VEK_INLINE bool any(M held) {
     }
 }
 
+// Whether a < b in any lane. The overloads keep comparisons in mask registers, where the compiler would make vectors of
+// them for any() to turn back.
+template <int W, class V>
+VEK_INLINE bool anyBelow(V a, V b) {
+    return any<W>(a < b);
+}
+#if defined(__AVX512F__)
+template <>
+VEK_INLINE bool anyBelow<16>(__m512 a, __m512 b) {
+    return _mm512_cmp_ps_mask(a, b, _CMP_LT_OQ) != 0;
+}
+template <>
+VEK_INLINE bool anyBelow<8>(__m512d a, __m512d b) {
+    return _mm512_cmp_pd_mask(a, b, _CMP_LT_OQ) != 0;
+}
+template <>
+VEK_INLINE bool anyBelow<16>(UintVec<float, 16> a, UintVec<float, 16> b) {
+    return _mm512_cmplt_epu32_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
+}
+template <>
+VEK_INLINE bool anyBelow<8>(UintVec<double, 8> a, UintVec<double, 8> b) {
+    return _mm512_cmplt_epu64_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
+}
+#endif
+
 // Correctly rounded. No negative lane may come in: it would raise the invalid-operation exception.
 #if defined(__SSE2__)
 VEK_INLINE float squareRoot(float a) { return _mm_cvtss_f32(_mm_sqrt_ss(_mm_set_ss(a))); }
@@ -101,17 +126,20 @@ VEK_INLINE V held(V value) {
 }
 
 // What one step of a loop covers when it works at a width of W reals: so many elements, of so many reals
-// each.
+// each. Short loops of light steps are unrolled.
 struct RealStep {   // one vector of reals
     static constexpr size_t reals = 1;
+    static constexpr bool light = true;
     static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
 };
 struct PairStep {   // one vector of (re, im) pairs; at width 1 one pair
     static constexpr size_t reals = 2;
+    static constexpr bool light = true;
     static constexpr size_t elements(int width) { return width == 1 ? 1 : static_cast<size_t>(width) / 2; }
 };
 struct PlanarStep {   // one vector of real parts and one of imaginary parts
     static constexpr size_t reals = 2;
+    static constexpr bool light = false;
     static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
 };
 
@@ -150,8 +178,8 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
         if constexpr (step > 1)
             if (n < step) return few<T, narrower<T, w>, step, Step>(n, compute, put);
         const auto last = compute(Int<w>{}, n - step);
-        if (n < 16 * step) {
-            if constexpr (Step::reals == 1) {
+        if (n <= 16 * step) {
+            if constexpr (Step::light) {
 #pragma GCC unroll 16
                 for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
             } else {

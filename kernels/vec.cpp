@@ -36,12 +36,13 @@ bool sqrt2(const T* src, T* dst, size_t n) {
     bool negativeMet = false;
     mapReals(dst, n, [src, dst, &negativeMet](auto w, size_t i) {
         const auto x = load<w>(src + i);
-        const auto former = load<w>(dst + i);
         const Vec<T, w> zero = {};
+        if (!anyBelow<w>(x, zero)) [[likely]]
+            return squareRoot(x);
+        negativeMet = true;
         const auto negative = x < zero;
-        negativeMet |= any<w>(negative);
-        const auto root = squareRoot(negative ? zero : x);
-        return negative ? former : root;
+        const auto former = load<w>(dst + i);
+        return negative ? former : squareRoot(negative ? zero : x);
     });
     return negativeMet;
 }
@@ -201,8 +202,8 @@ VEK_INLINE bool areOrdinary(Vec<T, W> square) {
 #if defined(__AVX2__)
     // One comparison of the patterns, which order as the numbers do; those of NaNs lie beyond.
     using Bits = typename UintOf<T>::type;
-    const auto distance = bitsAs<UintVec<T, W>>(square) - splat<W>(bitsAs<Bits>(low));
-    return !any<W>(distance > splat<W>(bitsAs<Bits>(high) - bitsAs<Bits>(low)));
+    const UintVec<T, W> distance = bitsAs<UintVec<T, W>>(square) - splat<W>(bitsAs<Bits>(low));
+    return !anyBelow<W>(UintVec<T, W>(splat<W>(bitsAs<Bits>(high) - bitsAs<Bits>(low))), distance);
 #else
     return !any<W>((square < splat<W>(low)) | !(square <= splat<W>(high)));
 #endif
