@@ -1,6 +1,6 @@
 // What the programs have in common: one Google Benchmark per operation and size, whose iterations are rounds. In each
 // round the library, at every level, and all peers are timed one after the other on the same buffers, so that a
-// ratio never compares times from different minutes. The medians over the rounds are the benchmark's counters;
+// ratio never compares times from different minutes. The least over the rounds is the benchmark's counter;
 // runner.py makes the tables.
 #pragma once
 

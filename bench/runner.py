@@ -3,7 +3,7 @@
 runner.py DIRECTORY [family ...] [--quick] [--all] [--sizes=LEAST-MOST] [--filter=REGEX] [--save=FILE]
 
 Families: arith vec misc fft (without any: these four), and dll, which compares the DLL under Wine with the same
-operations here. Sizes are lengths, for transforms and permutations orders. Times are medians over rounds in which
+operations here. Sizes are lengths, for transforms and permutations orders. Times are the least of rounds in which
 the library, at every level, and all peers take turns on the same buffers. A ratio says how many times as fast the
 library is: 2.00 is half the other's time.
 """
