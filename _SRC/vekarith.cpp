@@ -12,6 +12,7 @@ using vek::core::isComplex;
 using vek::core::Real;
 using vek::core::realCount;
 using vek::core::reals;
+using vek::core::stopped;
 
 constexpr const char* module = "vekarith";
 
@@ -223,19 +224,19 @@ void conjExtend2(const char* name, const T* src, T* dst, int n) {
 
 template <class C>
 C add(C a, C b) {
-    if (Call::stopped()) return {};
+    if (stopped()) return {};
     return {a.re + b.re, a.im + b.im};
 }
 
 template <class C>
 C sub(C a, C b) {
-    if (Call::stopped()) return {};
+    if (stopped()) return {};
     return {a.re - b.re, a.im - b.im};
 }
 
 template <class C>
 C mpy(C a, C b) {
-    if (Call::stopped()) return {};
+    if (stopped()) return {};
     return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
 }
 
@@ -254,13 +255,13 @@ C div(const char* name, C a, C b) {
 
 template <class C>
 C conj(C a) {
-    if (Call::stopped()) return {};
+    if (stopped()) return {};
     return {a.re, -a.im};   // the sign of zeros changes too
 }
 
 template <class C>
 C sample(Real<C> re, Real<C> im) {
-    if (Call::stopped()) return {};
+    if (stopped()) return {};
     return {re, im};
 }
 

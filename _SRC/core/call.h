@@ -17,6 +17,8 @@ struct Call {
     const char* module;   // as reports name it
     const char* name;     // the exported name
     VekStatus result = VEK_StsOk;
+    // Fetched first, while the caller's arguments still stand where they came: making one is a call.
+    const ThreadContext& thread = context();
 
     [[gnu::always_inline]] bool bad(bool failed, const char* message, int line = __builtin_LINE()) {
         if (failed) [[unlikely]]
@@ -32,13 +34,13 @@ struct Call {
 
     // After an inner call: adds this operation's line to the chain of reports when the inner call failed.
     [[gnu::always_inline]] bool backtrace(const char* message = nullptr, int line = __builtin_LINE()) {
-        if (statusNow() >= 0) [[likely]]
+        if (thread.status >= 0) [[likely]]
             return false;
         report(VEK_StsBacktrace, message, line);
         return true;
     }
 
-    static bool stopped() { return statusNow() < 0; }
+    bool stopped() const { return thread.status < 0; }
 
     [[gnu::always_inline]] void report(VekStatus status, const char* message, int line) {
         result = raise(status, name, message, module, line);
@@ -50,6 +52,9 @@ struct Call {
         return vekError(status, name, message, module, line);
     }
 };
+
+// For operations that check nothing.
+inline bool stopped() { return context().status < 0; }
 
 // Transforms and their tables take orders 0 ... 31.
 inline bool badOrder(Call& call, int order, int line = __builtin_LINE()) {

@@ -25,12 +25,6 @@ inline ThreadContext& context() {
     return *createContext();
 }
 
-// Its status; a thread that has no context yet has not failed, and needs none for that.
-inline VekStatus statusNow() {
-    const auto* existing = static_cast<const ThreadContext*>(platform::slot());
-    return existing != nullptr ? existing->status : VEK_StsOk;
-}
-
 // Attach and detach, called by the platform layer. The attachments return false when the system has no room.
 bool processAttach();
 bool threadAttach();
