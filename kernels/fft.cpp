@@ -257,9 +257,12 @@ struct Blocks {
 #if defined(__i386__)
 template <class Data>
 using Handed = const Data&;
+// Transforms in registers spill less in the order in which they are written.
+#define VEK_AS_WRITTEN [[gnu::optimize("no-schedule-insns")]]
 #else
 template <class Data>
 using Handed = Data;
+#define VEK_AS_WRITTEN
 #endif
 
 // ---- Passes -------------------------------------------------------------------------------------------------------
@@ -562,8 +565,7 @@ void chooseWidth(const Plan& plan, const In& in, const Out& out, int order, cons
 
 // Two passes with nothing stored between them: N = R W, R at least W, as the plan of the order says.
 template <class T, int W, int R, class In, class Out>
-[[gnu::noinline, gnu::optimize("no-schedule-insns")]] void inRegisters(Handed<In> from, Handed<Out> to,
-                                                                       const T* twiddles) {
+VEK_AS_WRITTEN [[gnu::noinline]] void inRegisters(Handed<In> from, Handed<Out> to, const T* twiddles) {
     const In in = from;
     const Out out = to;
     Cx<Vec<T, W>> a[R];
@@ -910,7 +912,7 @@ constexpr T sine16[] = {0, T(0.38268343236508977173), T(0.70710678118654752440),
                         1, T(0.92387953251128675613), T(0.70710678118654752440), T(0.38268343236508977173),
                         0, T(-0.38268343236508977173)};
 
-// Lane i: the cosine and sine of 2 pi K i / 16, in memory order or in lane order.
+// Lane i: the cosine and sine of 2 pi K i / 16, in memory order or in lane order; K i is at most 9.
 template <class T, int K, bool InLaneOrder, int... I>
 VEK_INLINE Cx<Vec<T, 4>> turns16(Ints<I...>) {
     return {Vec<T, 4>{cosine16<T>[K * (InLaneOrder ? elementOf<T>(I, 4) : I)]...},
