@@ -304,6 +304,19 @@ VEK_INLINE void transpose(Vec<T, W>* v) {
     }
 }
 
+template <class T, int W>
+VEK_INLINE void transpose(Cx<Vec<T, W>>* a) {
+    Vec<T, W> re[W];
+    Vec<T, W> im[W];
+    unroll<W>([&](auto i) {
+        re[i] = a[i].re;
+        im[i] = a[i].im;
+    });
+    transpose<T, W>(re);
+    transpose<T, W>(im);
+    unroll<W>([&](auto i) { a[i] = {re[i], im[i]}; });
+}
+
 // s = 1, m a multiple of W, R at least W. Twiddles stand per block of W values of p: R - 1 vectors of each part.
 template <class T, int W, int R, class In>
 [[gnu::noinline]] void firstPass(Handed<In> from, T* y, size_t m, const T* twiddles) {
@@ -315,15 +328,9 @@ template <class T, int W, int R, class In>
         unroll<R - 1>([&](auto k) { a[k + 1] = a[k + 1] * Blocks<const T>{twiddles}.template read<W>(W * k); });
         twiddles += 2 * W * (R - 1);
         unroll<R / W>([&](auto group) {
-            Vec<T, W> re[W];
-            Vec<T, W> im[W];
-            unroll<W>([&](auto i) {
-                re[i] = a[group * W + i].re;
-                im[i] = a[group * W + i].im;
-            });
-            transpose<T, W>(re);
-            transpose<T, W>(im);
-            unroll<W>([&](auto i) { Blocks<T>{y}.template write<W>(R * (p + i) + W * group, {re[i], im[i]}); });
+            Cx<Vec<T, W>>* const square = a + group * W;
+            transpose<T, W>(square);
+            unroll<W>([&](auto i) { Blocks<T>{y}.template write<W>(R * (p + i) + W * group, square[i]); });
         });
     }
 }
@@ -573,18 +580,10 @@ VEK_AS_WRITTEN [[gnu::noinline]] void inRegisters(Handed<In> from, Handed<Out> t
     dft<T, W, R>(a);
     unroll<R - 1>([&](auto k) { a[k + 1] = a[k + 1] * Blocks<const T>{twiddles}.template read<W>(W * k); });
     unroll<R / W>([&](auto group) {
-        Vec<T, W> re[W];
-        Vec<T, W> im[W];
-        unroll<W>([&](auto i) {
-            re[i] = a[group * W + i].re;
-            im[i] = a[group * W + i].im;
-        });
-        transpose<T, W>(re);
-        transpose<T, W>(im);
-        Cx<Vec<T, W>> b[W];
-        unroll<W>([&](auto i) { b[i] = {re[i], im[i]}; });
-        dft<T, W, W>(b);
-        unroll<W>([&](auto k) { out.template write<W>(W * group + R * k, b[k]); });
+        Cx<Vec<T, W>>* const square = a + group * W;
+        transpose<T, W>(square);
+        dft<T, W, W>(square);
+        unroll<W>([&](auto k) { out.template write<W>(W * group + R * k, square[k]); });
     });
 }
 
@@ -664,19 +663,15 @@ VEK_INLINE void twistAndTranspose(const T* tile, T* to, size_t rows, size_t base
     constexpr int columns = tileColumns<T>;
     for (size_t k = 0; k < rows; k += w) {
         for (int c = 0; c < columns; c += w) {
-            Vec<T, w> re[w];
-            Vec<T, w> im[w];
+            Cx<Vec<T, w>> x[w];
             unroll<w>([&](auto i) {
                 const Cx<Vec<T, w>> b = {splat<w>(baseTwiddles[2 * (k + i)]), splat<w>(baseTwiddles[2 * (k + i) + 1])};
                 const size_t e = (k + i) * columns + c;
-                const Cx<Vec<T, w>> x =
+                x[i] =
                     Blocks<const T>{tile}.template read<w>(e) * (Blocks<const T>{stepTwiddles}.template read<w>(e) * b);
-                re[i] = x.re;
-                im[i] = x.im;
             });
-            transpose<T, w>(re);
-            transpose<T, w>(im);
-            unroll<w>([&](auto i) { Blocks<T>{to}.template write<w>((base + c + i) * rows + k, {re[i], im[i]}); });
+            transpose<T, w>(x);
+            unroll<w>([&](auto i) { Blocks<T>{to}.template write<w>((base + c + i) * rows + k, x[i]); });
         }
     }
 }
@@ -933,12 +928,13 @@ VEK_INLINE void forward16(const T* in, T* out, T scale) {
     const Cx<V> w1 = turns16<T, 1, false>(I{});
     const Cx<V> w2 = turns16<T, 2, false>(I{});
     const Cx<V> w3 = turns16<T, 3, false>(I{});
-    V re[4] = {t0 + t2, fnma(t3, w1.im, t1 * w1.re), t4 * w2.re, fma(t3, w3.im, t1 * w3.re)};
-    V im[4] = {V{}, -fma(t3, w1.re, t1 * w1.im), -(t4 * w2.im), fnma(t1, w3.im, t3 * w3.re)};
-    transpose<T, 4>(re);
-    transpose<T, 4>(im);
+    Cx<V> rows[4] = {{t0 + t2, V{}},
+                     {fnma(t3, w1.im, t1 * w1.re), -fma(t3, w1.re, t1 * w1.im)},
+                     {t4 * w2.re, -(t4 * w2.im)},
+                     {fma(t3, w3.im, t1 * w3.re), fnma(t1, w3.im, t3 * w3.re)}};
+    transpose<T, 4>(rows);
     Cx<V> y[4];
-    unroll<4>([&](auto b) { y[b] = {re[elementOf<T>(b, 4)], im[elementOf<T>(b, 4)]}; });
+    unroll<4>([&](auto b) { y[b] = rows[elementOf<T>(b, 4)]; });
     dft4(y[0], y[1], y[2], y[3]);
     y[0].im = __builtin_shufflevector(y[2].re, y[0].im, 0, 5, 6, 7);   // X8 beside X0
     unroll<2>([&](auto d) {
@@ -984,23 +980,16 @@ VEK_INLINE void inverse16(T x0, T xm, const T* bins, T* out, T scale) {
     c[at1] = Cx<V>{t1.re - t3.im, t1.im + t3.re} * turns16<T, 1, true>(I{});
     c[at2] = (t0 - t2) * turns16<T, 2, true>(I{});
     c[3] = Cx<V>{t1.re + t3.im, t1.im - t3.re} * turns16<T, 3, true>(I{});
-    V re[4];
-    V im[4];
-    unroll<4>([&](auto b) {
-        re[b] = c[b].re;
-        im[b] = c[b].im;
-    });
-    transpose<T, 4>(re);
-    transpose<T, 4>(im);
+    transpose<T, 4>(c);
     // The spectrum is that of a real signal: row 3 would be the conjugate of row 1.
     const V factor = splat<4>(scale);
     const V twice = factor + factor;
-    const V even = (re[0] + re[2]) * factor;
-    const V odd = (re[0] - re[2]) * factor;
-    store(out, fma(re[1], twice, even));
-    store(out + 4, fnma(im[1], twice, odd));
-    store(out + 8, fnma(re[1], twice, even));
-    store(out + 12, fma(im[1], twice, odd));
+    const V even = (c[0].re + c[2].re) * factor;
+    const V odd = (c[0].re - c[2].re) * factor;
+    store(out, fma(c[1].re, twice, even));
+    store(out + 4, fnma(c[1].im, twice, odd));
+    store(out + 8, fnma(c[1].re, twice, even));
+    store(out + 12, fma(c[1].im, twice, odd));
 }
 
 template <class T>
