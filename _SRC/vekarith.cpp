@@ -40,7 +40,7 @@ void set(const char* name, T val, T* dst, int n) {
     if (call.bad(!dst, "dst==0")) return;
     if (call.stopped()) return;
     if constexpr (isComplex<T>)
-        kernels<T>().complexSet({val.re, val.im}, reals(dst), n);
+        kernels<T>().complexSet(val.re, val.im, reals(dst), n);
     else
         kernels<T>().set(val, dst, n);
 }
@@ -64,7 +64,7 @@ void add1(const char* name, T val, T* dst, int n) {
     if (call.bad(!dst, "dst==0")) return;
     if (call.stopped()) return;
     if constexpr (isComplex<T>)
-        kernels<T>().complexAdd1({val.re, val.im}, reals(dst), n);
+        kernels<T>().complexAdd1(val.re, val.im, reals(dst), n);
     else
         kernels<T>().add1(val, dst, n);
 }
@@ -90,16 +90,13 @@ void add3(const char* name, const T* srcA, const T* srcB, T* dst, int n) {
     kernels<T>().add3(reals(srcA), reals(srcB), reals(dst), realCount<T>(n));
 }
 
+// x - val and x + -val are the same in binary floating point, signed zeros and infinities included.
 template <class T>
 void sub1(const char* name, T val, T* dst, int n) {
-    Call call{module, name};
-    if (call.bad(n <= 0, "n<=0")) return;
-    if (call.bad(!dst, "dst==0")) return;
-    if (call.stopped()) return;
     if constexpr (isComplex<T>)
-        kernels<T>().complexSub1({val.re, val.im}, reals(dst), n);
+        add1(name, T{-val.re, -val.im}, dst, n);
     else
-        kernels<T>().sub1(val, dst, n);
+        add1(name, -val, dst, n);
 }
 
 template <class T>
@@ -130,7 +127,7 @@ void mpy1(const char* name, T val, T* dst, int n) {
     if (call.bad(!dst, "dst==0")) return;
     if (call.stopped()) return;
     if constexpr (isComplex<T>)
-        kernels<T>().complexMpy1({val.re, val.im}, reals(dst), n);
+        kernels<T>().complexMpy1(val.re, val.im, reals(dst), n);
     else
         kernels<T>().mpy1(val, dst, n);
 }

@@ -39,11 +39,6 @@ void add1(T value, T* dst, size_t n) {
 }
 
 template <class T>
-void sub1(T value, T* dst, size_t n) {
-    mapReals(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) - splat<w>(value); });
-}
-
-template <class T>
 void mpy1(T value, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) * splat<w>(value); });
 }
@@ -147,32 +142,23 @@ VEK_INLINE Vec<T, W> multiplySubAdd(Vec<T, W> a, Vec<T, W> b, Vec<T, W> c) {
 }
 
 template <class T>
-void complexSet(const T (&pair)[2], T* dst, size_t count) {
-    const Pair<T> value = {pair[0], pair[1]};
+void complexSet(T re, T im, T* dst, size_t count) {
     mapPairs(
-        dst, count, [=](size_t) { return value; }, [=](auto w, size_t) { return alternating<w>(value.re, value.im); });
+        dst, count,
+        [=](size_t) {
+            return Pair<T>{re, im};
+        },
+        [=](auto w, size_t) { return alternating<w>(re, im); });
 }
 
 template <class T>
-void complexAdd1(const T (&pair)[2], T* dst, size_t count) {
-    const Pair<T> value = {pair[0], pair[1]};
+void complexAdd1(T re, T im, T* dst, size_t count) {
     mapPairs(
         dst, count,
         [=](size_t i) {
-            return Pair<T>{dst[2 * i] + value.re, dst[2 * i + 1] + value.im};
+            return Pair<T>{dst[2 * i] + re, dst[2 * i + 1] + im};
         },
-        [=](auto w, size_t i) { return load<w>(dst + 2 * i) + alternating<w>(value.re, value.im); });
-}
-
-template <class T>
-void complexSub1(const T (&pair)[2], T* dst, size_t count) {
-    const Pair<T> value = {pair[0], pair[1]};
-    mapPairs(
-        dst, count,
-        [=](size_t i) {
-            return Pair<T>{dst[2 * i] - value.re, dst[2 * i + 1] - value.im};
-        },
-        [=](auto w, size_t i) { return load<w>(dst + 2 * i) - alternating<w>(value.re, value.im); });
+        [=](auto w, size_t i) { return load<w>(dst + 2 * i) + alternating<w>(re, im); });
 }
 
 template <class T>
@@ -181,17 +167,16 @@ VEK_INLINE Pair<T> product(Pair<T> a, Pair<T> b) {
 }
 
 template <class T>
-void complexMpy1(const T (&pair)[2], T* dst, size_t count) {
-    const Pair<T> value = {pair[0], pair[1]};
+void complexMpy1(T re, T im, T* dst, size_t count) {
     mapPairs(
         dst, count,
         [=](size_t i) {
-            return product(Pair<T>{dst[2 * i], dst[2 * i + 1]}, value);
+            return product(Pair<T>{dst[2 * i], dst[2 * i + 1]}, Pair<T>{re, im});
         },
         [=](auto w, size_t i) {
             const auto a = held(load<w>(dst + 2 * i));
-            const auto cross = exchanged(a, typename MakeInts<w>::type{}) * alternating<w>(-value.im, value.im);
-            return fma(a, splat<w>(value.re), cross);
+            const auto cross = exchanged(a, typename MakeInts<w>::type{}) * alternating<w>(-im, im);
+            return fma(a, splat<w>(re), cross);
         });
 }
 
@@ -235,9 +220,9 @@ void conjFlip2(const T* src, T* dst, size_t count) {
 }
 
 template <class T>
-constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,        add1<T>,        sub1<T>,       mpy1<T>,
-                                         add3<T>,        sub3<T>,        mpy3<T>,        complexSet<T>, complexAdd1<T>,
-                                         complexSub1<T>, complexMpy1<T>, complexMpy3<T>, conj2<T>,      conjFlip2<T>};
+constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,  add1<T>,       mpy1<T>,        add3<T>,
+                                         sub3<T>,        mpy3<T>,  complexSet<T>, complexAdd1<T>, complexMpy1<T>,
+                                         complexMpy3<T>, conj2<T>, conjFlip2<T>};
 
 }   // namespace
 
