@@ -116,11 +116,11 @@ VEK_INLINE __m512 squareRoot(__m512 a) { return _mm512_maskz_sqrt_ps(0xffff, a);
 VEK_INLINE __m512d squareRoot(__m512d a) { return _mm512_maskz_sqrt_pd(0xff, a); }
 #endif
 
-// Keeps a value in a register that several shuffles share; the compiler would load it once for each.
+// Keeps a vector in a register that several instructions share; the compiler would load it once for each.
 template <class V>
 VEK_INLINE V held(V value) {
 #if defined(__SSE2__)
-    __asm__("" : "+v"(value));
+    if constexpr (sizeof(V) >= 16) __asm__("" : "+v"(value));
 #endif
     return value;
 }
@@ -137,9 +137,10 @@ struct PairStep {   // one vector of (re, im) pairs; at width 1 one pair
     static constexpr bool light = true;
     static constexpr size_t elements(int width) { return width == 1 ? 1 : static_cast<size_t>(width) / 2; }
 };
+template <bool Light>
 struct PlanarStep {   // one vector of real parts and one of imaginary parts
     static constexpr size_t reals = 2;
-    static constexpr bool light = false;
+    static constexpr bool light = Light;
     static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
 };
 

@@ -62,14 +62,14 @@ Success threshold(const T* src, T* dst, size_t n, T thresh) {
     const Signed limit = bitsAs<Signed>(thresh);
     if (limit >= 0) {
         mapReals(dst, n, [=](auto w, size_t i) {
-            const auto x = bitsAs<IntVec<T, w>>(load<w>(src + i));
+            const auto x = bitsAs<IntVec<T, w>>(held(load<w>(src + i)));
             const IntVec<T, w> bound = splat<w>(limit);
             const IntVec<T, w> kept = Below ? (x > bound ? x : bound) : (x < bound ? x : bound);
             return bitsAs<Vec<T, w>>(kept);
         });
     } else {
         mapReals(dst, n, [=](auto w, size_t i) {
-            const auto x = bitsAs<UintVec<T, w>>(load<w>(src + i));
+            const auto x = bitsAs<UintVec<T, w>>(held(load<w>(src + i)));
             const auto bound = bitsAs<UintVec<T, w>>(splat<w>(limit));
             const UintVec<T, w> kept = Below ? (x < bound ? x : bound) : (x > bound ? x : bound);
             return bitsAs<Vec<T, w>>(kept);
@@ -137,16 +137,16 @@ VEK_INLINE void storePlanar(T* to, Planar<T, W> value) {
 }
 
 // dst[i ...] = compute(W values of src from i on).
-template <class T, class Compute>
+template <class T, bool Light = false, class Compute>
 VEK_INLINE void mapComplex(const T* src, T* dst, size_t count, Compute compute) {
-    forAll<T, PlanarStep>(
+    forAll<T, PlanarStep<Light>>(
         dst, count, [=](auto w, size_t i) { return compute(w, loadPlanar<T, w>(src + 2 * i)); },
         [=](size_t i, auto value) { storePlanar(dst + 2 * i, value); });
 }
 
 template <class T>
 Success complexSqr2(const T* src, T* dst, size_t count) {
-    mapComplex(src, dst, count, [](auto w, auto x) {
+    mapComplex<T, true>(src, dst, count, [](auto w, auto x) {
         const auto cross = x.re * x.im;
         return Planar<T, w>{(x.re - x.im) * (x.re + x.im), cross + cross};
     });
