@@ -93,7 +93,7 @@ TEST_P(Memory, FailingAtEachRequest) {
 // Without memory for the largest orders, or addresses for it, there is a report, and the thread goes on.
 TEST_P(Memory, LargestOrders) {
     if (!tested.takesOrder()) return;
-    constexpr std::size_t available = 64 << 20;
+    constexpr std::size_t available = 8 << 20;
     for (const int order : {28, 29, 30, 31}) {
         releaseTables();
         reports.clear();

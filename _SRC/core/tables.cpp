@@ -1,5 +1,6 @@
 #include "tables.h"
 
+#include "kernels/misc.h"
 #include "roots.h"
 
 namespace vek::core {
@@ -106,21 +107,25 @@ private:
     std::uint32_t value = 0;
 };
 
-// The permutation of 2^order elements as swaps over the quarter index space: pairs (4a, 4b) with a < b = reversed a,
-// a closing 0, then 4a for each self-reversed a > 0 from the end down, and a final 0.
+int middleBits(int order) { return order - 2 * kernels::tileBits(order); }
+
+// As the kernels of the permutations read it.
 void fillSwapList(std::int32_t* list, int order) {
-    const std::uint32_t quarter = order < 2 ? 0 : std::uint32_t{1} << (order - 2);
+    const std::uint32_t tiles = std::uint32_t{1} << middleBits(order);
+    const auto start = [order](std::uint32_t tile) {
+        return static_cast<std::int32_t>(tile << kernels::tileBits(order));
+    };
     std::uint32_t pairEnd = 0;
-    std::uint32_t selfStart = quarter;
-    ReversedCounter counter(quarter);
-    list[quarter] = 0;
-    for (std::uint32_t a = 1; a < quarter; ++a) {
+    std::uint32_t selfStart = tiles;
+    ReversedCounter counter(tiles);
+    list[tiles] = 0;
+    for (std::uint32_t a = 1; a < tiles; ++a) {
         const std::uint32_t b = counter.next();
         if (a < b) {
-            list[pairEnd++] = static_cast<std::int32_t>(4 * a);
-            list[pairEnd++] = static_cast<std::int32_t>(4 * b);
+            list[pairEnd++] = start(a);
+            list[pairEnd++] = start(b);
         } else if (a == b) {
-            list[--selfStart] = static_cast<std::int32_t>(4 * a);
+            list[--selfStart] = start(a);
         }
     }
     list[pairEnd] = 0;
@@ -138,7 +143,7 @@ void fillFloatTwiddles(T* table, std::uint64_t length) {
 }   // namespace
 
 const std::int32_t* TableCache::swapListOf(int order) {
-    const std::uint64_t entries = order < 2 ? 1 : (std::uint64_t{1} << (order - 2)) + 1;
+    const std::uint64_t entries = (std::uint64_t{1} << middleBits(order)) + 1;
     return swapList.get<std::int32_t>(order, entries, [order](std::int32_t* list) { fillSwapList(list, order); });
 }
 
