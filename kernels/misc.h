@@ -8,8 +8,8 @@ namespace vek::kernels {
 
 // The permutations move square tiles of 2^tileBits rows, a row so many neighbouring elements: the top bits of an
 // element's index are its row, the lowest its place in the row. The largest have rows as long as a cache line of 8-byte
-// elements.
-constexpr int tileBits(int order) { return order < 6 ? order / 2 : 3; }
+// elements. Static, as any function that the levels compile: the linker must not merge their copies.
+static constexpr int tileBits(int order) { return order < 6 ? order / 2 : 3; }
 
 // Permutations of 2^order elements of 2, 4, 8 or 16 bytes.
 //
