@@ -157,4 +157,20 @@ int run(int argc, char** argv, const Family& family) {
     return vekGetErrStatus() < 0;
 }
 
+int runElementwise(int argc, char** argv, const char* module) {
+    const Family family = {
+        // The members in place run the loops of those with separate output, unless they take a scalar operand.
+        [](const test::Row& row) {
+            for (const test::Argument& argument : row.arguments)
+                if (argument.role == test::Role::inOut && row.arguments[0].role != test::Role::scalar) return false;
+            return true;
+        },
+        {module},
+        {8, 64, 256, 1024, 4096, 16384, 65536},
+        {8, 1024, 16384},
+        {addPlainLoops, addVolk, addEigen256, addEigen512},
+    };
+    return run(argc, argv, family);
+}
+
 }   // namespace bench

@@ -20,4 +20,7 @@ struct Family {
 
 int run(int argc, char** argv, const Family& family);
 
+// The family of a module of element-wise operations.
+int runElementwise(int argc, char** argv, const char* module);
+
 }   // namespace bench
