@@ -35,7 +35,8 @@ VEK_DECLARATIONS_BEGIN
 // Nip forms leave their input as it is and write to separate output.
 //   Formula:   as VEK_Forw and VEK_Inv say. Order 0 leaves (Nip: copies) the one element.
 //              VEK_InBitRev: the input stands in bit-reversed order. VEK_OutBitRev: leaves the output in
-//              bit-reversed order. VEK_NoBitRev: accepted, changes nothing.
+//              bit-reversed order. VEK_NoBitRev: accepted, changes nothing. The transform sorts itself, so natural
+//              order is the fastest: the others add the permutation that BitRev1 and BitRev2 do.
 //   Arguments: N elements in each array; order; flags: direction, VEK_NoScale, one of the three orders of
 //              data, VEK_Init, VEK_Free.
 //   Scaling:   1/N with VEK_Inv, none with VEK_NoScale or VEK_Forw.

@@ -43,6 +43,7 @@ void VEKAPI vekFreeBitRevTbls(void);
 //   Errors:    VEK_StsBadArg: "vec==0", or "src==0", "dst==0"; then "order<0", "order>31". VEK_StsNoMemory:
 //              "NULL Pointer", when there is no memory for the thread's list of swaps; the vectors are left
 //              as they were.
+//   Source:    A. H. Karp, "Bit reversal on uniprocessors", SIAM Review 38 (1996), the methods with blocks.
 void VEKAPI veksbBitRev1(float* vec, int order);
 void VEKAPI veksbBitRev2(const float* src, float* dst, int order);
 void VEKAPI vekdbBitRev1(double* vec, int order);
