@@ -3,12 +3,13 @@
 int main(int argc, char** argv) {
     const bench::Family family = {
         [](const test::Row& row) {
-            return row.name().find("BitRev1") + 7 == row.name().size() || row.name().back() == '2';
+            const std::string member = row.name().substr(4);
+            return member == "bBitRev1" || member == "bBitRev2" || member == "CalcFftTwdTbl";
         },
-        {"vekmisc"},
+        {"vekmisc", "vektwd"},
         {4, 6, 8, 10, 12, 14, 16, 18, 20},
         {6, 10, 14},
-        {bench::addIndexLoop},
+        {bench::addTableLoops},
     };
     return bench::run(argc, argv, family);
 }

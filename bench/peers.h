@@ -23,7 +23,7 @@ void addEigen256(const Problem& problem, Peers& peers);
 void addEigen512(const Problem& problem, Peers& peers);
 void addFftw(const Problem& problem, Peers& peers);
 void addKissFft(const Problem& problem, Peers& peers);
-void addIndexLoop(const Problem& problem, Peers& peers);
+void addTableLoops(const Problem& problem, Peers& peers);
 
 // A peer that makes a call. The compiler must not see that the next call writes the same results again.
 template <class Call>

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <cstdint>
 #include <memory>
 
@@ -39,6 +40,18 @@ void addIndexed(const Problem& problem, Peers& peers) {
     }
 }
 
+template <class Complex>
+void addSines(const Problem& problem, Peers& peers) {
+    using Real = decltype(Complex::re);
+    peers.push_back(peerOf("sine loop", [out = static_cast<Complex*>(problem.out), n = problem.n] {
+        const double step = -6.283185307179586 / static_cast<double>(n);
+        for (std::size_t k = 0; k < n; ++k) {
+            const double angle = step * static_cast<double>(k);
+            out[k] = {static_cast<Real>(std::cos(angle)), static_cast<Real>(std::sin(angle))};
+        }
+    }));
+}
+
 }   // namespace
 
 void addPlainLoops(const Problem& problem, Peers& peers) {
@@ -51,7 +64,9 @@ void addPlainLoops(const Problem& problem, Peers& peers) {
     }
 }
 
-void addIndexLoop(const Problem& problem, Peers& peers) {
+void addTableLoops(const Problem& problem, Peers& peers) {
+    if (problem.operation == "CalcFftTwdTbl" && problem.type == 'c') return addSines<VekCplx>(problem, peers);
+    if (problem.operation == "CalcFftTwdTbl" && problem.type == 'z') return addSines<VekDCplx>(problem, peers);
     if (problem.operation != "BitRev") return;
     switch (problem.type) {
         case 's': return addIndexed<float>(problem, peers);

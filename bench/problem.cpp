@@ -106,7 +106,7 @@ void Problem::fill(bool zeros) {
 
 double Problem::work() const {
     const double count = static_cast<double>(n);
-    if (operation.find("Fft") == std::string::npos) return count;
+    if (operation.find("Fft") == std::string::npos || operation.find("Calc") == 0) return count;
     return (isComplex() ? 5 : 2.5) * count * size;
 }
 

@@ -134,10 +134,9 @@ void fillSwapList(std::int32_t* list, int order) {
 template <class T>
 void fillFloatTwiddles(T* table, std::uint64_t length) {
     using Real = decltype(table->re);
-    for (std::uint64_t k = 0; k < length; ++k) {
-        const Root root = unitRoot(k, length);
+    forUnitRoots(length, [table](std::uint64_t k, Root root) {
         table[k] = {static_cast<Real>(root.re), static_cast<Real>(root.im)};
-    }
+    });
 }
 
 }   // namespace
@@ -160,10 +159,9 @@ void fillTwiddles(VekDCplx* table, std::uint64_t length) { fillFloatTwiddles(tab
 
 void fillTwiddles(VekWCplx* table, std::uint64_t length) {
     constexpr double q14 = 16384.0;
-    for (std::uint64_t k = 0; k < length; ++k) {
-        const Root root = unitRoot(k, length);
+    forUnitRoots(length, [table](std::uint64_t k, Root root) {
         table[k] = {static_cast<std::int16_t>(root.re * q14), static_cast<std::int16_t>(root.im * q14)};
-    }
+    });
 }
 
 }   // namespace vek::core
