@@ -192,11 +192,11 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
             const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
             const auto first = compute(Int<w>{}, 0);
             size_t i = misaligned % elementBytes == 0 ? (w * sizeof(T) - misaligned) / elementBytes : step;
-            for (const size_t stop = n - 2 * step; i < stop; i += 2 * step) {
-                put(i, compute(Int<w>{}, i));
-                put(i + step, compute(Int<w>{}, i + step));
-            }
-            if (i < n - step) put(i, compute(Int<w>{}, i));
+            constexpr int unrolled = Step::light ? 4 : 2;
+            for (const size_t stop = n - unrolled * step; i < stop; i += unrolled * step)
+                unroll<unrolled>([&](auto k) VEK_INLINE_LAMBDA { put(i + k * step, compute(Int<w>{}, i + k * step)); });
+#pragma GCC unroll 1
+            for (; i < n - step; i += step) put(i, compute(Int<w>{}, i));
             put(0, first);
         }
         put(n - step, last);
