@@ -21,7 +21,7 @@ const auto& kernels() {
 }
 
 // Members 1 work in place, members 2 from src to dst; they differ in the names that their reports give the
-// vectors.
+// vectors. What both share is inlined, so that a call stays in registers.
 
 template <class T>
 bool badVectors(Call& call, T* vec, int len) {
@@ -36,7 +36,7 @@ bool badVectors(Call& call, const T* src, T* dst, int len) {
 // ---- Squares ------------------------------------------------------------------------------------
 
 template <class T>
-VekStatus sqr(Call& call, const T* src, T* dst, int len) {
+[[gnu::always_inline]] inline VekStatus sqr(Call& call, const T* src, T* dst, int len) {
     if (call.stopped()) return VEK_StsOk;
     if constexpr (isComplex<T>)
         return kernels<T>().complexSqr2(reals(src), reals(dst), len);
@@ -61,7 +61,7 @@ VekStatus sqr2(const char* name, const T* src, T* dst, int len) {
 // ---- Square roots -------------------------------------------------------------------------------
 
 template <class T>
-VekStatus sqrt(Call& call, const T* src, T* dst, int len) {
+[[gnu::always_inline]] inline VekStatus sqrt(Call& call, const T* src, T* dst, int len) {
     if (call.stopped()) return VEK_StsOk;
     if constexpr (isComplex<T>) {
         return kernels<T>().complexSqrt2(reals(src), reals(dst), len);
@@ -107,7 +107,8 @@ VekStatus abs2(const char* name, const T* src, T* dst, int len) {
 // ---- Thresholds: `negative`, the report of a negative threshold, is null where one is welcome ---
 
 template <class T>
-VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int relOp, const char* negative) {
+[[gnu::always_inline]] inline VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int relOp,
+                                               const char* negative) {
     if (negative && call.bad(limit < 0, negative)) return call.result;
     if (call.stopped()) return VEK_StsOk;
     const vek::kernels::VecOf<Real<T>>& table = kernels<T>();
@@ -136,7 +137,8 @@ VekStatus thresh2(const char* name, const T* src, T* dst, int len, Real<T> limit
 }
 
 template <class T>
-VekStatus invThresh(Call& call, const T* src, T* dst, int len, Real<T> limit, const char* negative) {
+[[gnu::always_inline]] inline VekStatus invThresh(Call& call, const T* src, T* dst, int len, Real<T> limit,
+                                                  const char* negative) {
     if (call.bad(limit < 0, negative)) return call.result;
     if (call.stopped()) return VEK_StsOk;
     bool zeroMet = false;

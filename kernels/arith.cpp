@@ -9,15 +9,9 @@ namespace {
 
 // ---- Reals, and complex vectors taken as reals --------------------------------------------------
 
-// dst[i ...] = compute(Int<W>, i), a vector of W reals.
-template <class T, class Compute>
-VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
-    forAll<T, RealStep>(dst, n, compute, [=](size_t i, auto value) { store(dst + i, value); });
-}
-
 template <class T>
 void set(T value, T* dst, size_t n) {
-    mapReals(dst, n, [=](auto w, size_t) { return splat<w>(value); });
+    mapReals<Bound::byStores>(dst, n, [=](auto w, size_t) { return splat<w>(value); });
 }
 
 // Bytes from which the C library's copy is faster: where source and destination outgrow the first-level
@@ -35,12 +29,12 @@ void copy(const T* src, T* dst, size_t n) {
 
 template <class T>
 void add1(T value, T* dst, size_t n) {
-    mapReals(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) + splat<w>(value); });
+    mapReals<Bound::byStores>(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) + splat<w>(value); });
 }
 
 template <class T>
 void mpy1(T value, T* dst, size_t n) {
-    mapReals(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) * splat<w>(value); });
+    mapReals<Bound::byStores>(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) * splat<w>(value); });
 }
 
 template <class T>
@@ -77,9 +71,9 @@ VEK_INLINE void storePairs(T* to, V value) {
 }
 
 // dst[i ...] = one(i), a Pair, or wide(Int<W>, i), a vector of W / 2 pairs.
-template <class T, class One, class Wide>
+template <Bound B = Bound::byMemory, class T, class One, class Wide>
 VEK_INLINE void mapPairs(T* dst, size_t count, One one, Wide wide) {
-    forAll<T, PairStep>(
+    forAll<T, PairStep<B>>(
         dst, count,
         [=](auto w, size_t i) {
             if constexpr (w == 1)
@@ -143,7 +137,7 @@ VEK_INLINE Vec<T, W> multiplySubAdd(Vec<T, W> a, Vec<T, W> b, Vec<T, W> c) {
 
 template <class T>
 void complexSet(T re, T im, T* dst, size_t count) {
-    mapPairs(
+    mapPairs<Bound::byStores>(
         dst, count,
         [=](size_t) {
             return Pair<T>{re, im};
@@ -153,7 +147,7 @@ void complexSet(T re, T im, T* dst, size_t count) {
 
 template <class T>
 void complexAdd1(T re, T im, T* dst, size_t count) {
-    mapPairs(
+    mapPairs<Bound::byStores>(
         dst, count,
         [=](size_t i) {
             return Pair<T>{dst[2 * i] + re, dst[2 * i + 1] + im};
@@ -168,7 +162,7 @@ VEK_INLINE Pair<T> product(Pair<T> a, Pair<T> b) {
 
 template <class T>
 void complexMpy1(T re, T im, T* dst, size_t count) {
-    mapPairs(
+    mapPairs<Bound::byStores>(
         dst, count,
         [=](size_t i) {
             return product(Pair<T>{dst[2 * i], dst[2 * i + 1]}, Pair<T>{re, im});

@@ -125,24 +125,35 @@ VEK_INLINE V held(V value) {
     return value;
 }
 
-// What one step of a loop covers when it works at a width of W reals: so many elements, of so many reals
-// each. Short loops of light steps are unrolled.
+// What a loop waits for, which decides how it is unrolled.
+enum class Bound {
+    byArithmetic,   // divisions and roots
+    byMemory,       // sources and results
+    byStores,       // results alone: no source, or dst itself
+};
+
+// What one step of a loop covers when it works at a width of W reals: so many elements, of so many reals each.
+template <Bound B>
 struct RealStep {   // one vector of reals
+    static constexpr Bound bound = B;
     static constexpr size_t reals = 1;
-    static constexpr bool light = true;
     static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
 };
+template <Bound B>
 struct PairStep {   // one vector of (re, im) pairs; at width 1 one pair
+    static constexpr Bound bound = B;
     static constexpr size_t reals = 2;
-    static constexpr bool light = true;
     static constexpr size_t elements(int width) { return width == 1 ? 1 : static_cast<size_t>(width) / 2; }
 };
-template <bool Light>
+template <Bound B>
 struct PlanarStep {   // one vector of real parts and one of imaginary parts
+    static constexpr Bound bound = B;
     static constexpr size_t reals = 2;
-    static constexpr bool light = Light;
     static constexpr size_t elements(int width) { return static_cast<size_t>(width); }
 };
+
+// Results of so many bytes are taken to stay, with their sources, in the first-level cache.
+constexpr size_t firstLevelBytes = 16384;
 
 // Fewer than Limit elements: one step of the widest width that fits, and one more for the rest.
 template <class T, int W, size_t Limit, class Step, class Compute, class Put>
@@ -165,10 +176,12 @@ VEK_INLINE void few(size_t n, Compute compute, Put put) {
 // Runs compute(Int<W>, i), which reads the sources of one step that begins at element i and returns its
 // results, and put(i, results), which stores them, over n elements; `dst` is where put(0, ...) begins.
 //
-// The last step ends at element n and may overlap the one before it. So that dst may equal a source, its results are
-// computed before the loop, from sources that are still untouched, and stored behind it. Long runs begin likewise: with
-// a step at element 0 that is stored last, after which the stores of the loop are aligned to the vector; a store that
-// straddles cache lines costs as much as two.
+// The last step ends at element n and may overlap the one before it. So that dst may equal a source, results of steps
+// that overlap are all computed before one of them is stored.
+//
+// Long runs begin with a step that is not aligned and go on where stores are aligned to the vector: a store that
+// straddles cache lines costs as much as two. Eight steps at a time make the speed independent of where the loop comes
+// to lie in memory; beyond the first-level cache the processor fetches ahead better for one at a time.
 template <class T, class Step, class Compute, class Put>
 VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
     constexpr int w = lanes<T>;
@@ -179,28 +192,37 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
         if constexpr (step > 1)
             if (n < step) return few<T, narrower<T, w>, step, Step>(n, compute, put);
         const auto last = compute(Int<w>{}, n - step);
-        if (n <= 16 * step) {
-            if constexpr (Step::light) {
-#pragma GCC unroll 16
-                for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
-            } else {
+        if constexpr (Step::bound == Bound::byArithmetic) {
 #pragma GCC unroll 1
-                for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
-            }
+            for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+        } else if (n <= 16 * step) {
+#pragma GCC unroll 16
+            for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
         } else {
+            constexpr size_t unrolled = 8;
             constexpr size_t elementBytes = Step::reals * sizeof(T);
             const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
-            const auto first = compute(Int<w>{}, 0);
             size_t i = misaligned % elementBytes == 0 ? (w * sizeof(T) - misaligned) / elementBytes : step;
-            constexpr int unrolled = Step::light ? 4 : 2;
-            for (const size_t stop = n - unrolled * step; i < stop; i += unrolled * step)
-                unroll<unrolled>([&](auto k) VEK_INLINE_LAMBDA { put(i + k * step, compute(Int<w>{}, i + k * step)); });
+            const auto first = compute(Int<w>{}, 0);
+            const auto second = compute(Int<w>{}, i);
+            put(0, first);
+            put(i, second);
+            i += step;
+            if (Step::bound == Bound::byStores || n <= firstLevelBytes / elementBytes)
+                for (const size_t stop = n - unrolled * step; i < stop; i += unrolled * step)
+                    unroll<unrolled>([&](auto k)
+                                         VEK_INLINE_LAMBDA { put(i + k * step, compute(Int<w>{}, i + k * step)); });
 #pragma GCC unroll 1
             for (; i < n - step; i += step) put(i, compute(Int<w>{}, i));
-            put(0, first);
         }
         put(n - step, last);
     }
+}
+
+// dst[i ...] = compute(Int<W>, i), a vector of W reals.
+template <Bound B = Bound::byMemory, class T, class Compute>
+VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
+    forAll<T, RealStep<B>>(dst, n, compute, [=](size_t i, auto value) VEK_INLINE_LAMBDA { store(dst + i, value); });
 }
 
 }   // namespace

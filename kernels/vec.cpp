@@ -16,12 +16,6 @@ inline constexpr Success success = 0;
 
 // ---- Reals --------------------------------------------------------------------------------------
 
-// dst[i ...] = compute(Int<W>, i), a vector of W reals.
-template <class T, class Compute>
-VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
-    forAll<T, RealStep>(dst, n, compute, [=](size_t i, auto value) { store(dst + i, value); });
-}
-
 template <class T>
 Success sqr2(const T* src, T* dst, size_t n) {
     mapReals(dst, n, [=](auto w, size_t i) {
@@ -34,7 +28,7 @@ Success sqr2(const T* src, T* dst, size_t n) {
 template <class T>
 bool sqrt2(const T* src, T* dst, size_t n) {
     bool negativeMet = false;
-    mapReals(dst, n, [src, dst, &negativeMet](auto w, size_t i) {
+    mapReals<Bound::byArithmetic>(dst, n, [src, dst, &negativeMet](auto w, size_t i) {
         const auto x = load<w>(src + i);
         const Vec<T, w> zero = {};
         if (!anyBelow<w>(x, zero)) [[likely]]
@@ -85,7 +79,7 @@ template <class T>
 bool invThresh2(const T* src, T* dst, size_t n, T thresh) {
     const T one = 1;
     if (thresh != 0) {
-        mapReals(dst, n, [=](auto w, size_t i) {
+        mapReals<Bound::byArithmetic>(dst, n, [=](auto w, size_t i) {
             const auto x = load<w>(src + i);
             const Vec<T, w> zero = {};
             const auto limit = x < zero ? splat<w>(-thresh) : splat<w>(thresh);
@@ -94,7 +88,7 @@ bool invThresh2(const T* src, T* dst, size_t n, T thresh) {
         return false;
     }
     bool zeroMet = false;
-    mapReals(dst, n, [src, one, &zeroMet](auto w, size_t i) {
+    mapReals<Bound::byArithmetic>(dst, n, [src, one, &zeroMet](auto w, size_t i) {
         const auto x = load<w>(src + i);
         const Vec<T, w> zero = {};
         const auto isZero = x == zero;
@@ -136,17 +130,36 @@ VEK_INLINE void storePlanar(T* to, Planar<T, W> value) {
     }
 }
 
+// What is rare happens out of line, to parts in memory: re[W], im[W]. A vector on the stack would have every call align
+// the stack for it, and most calls never come here.
+template <int W, class T>
+VEK_INLINE Planar<T, W> loadParts(const T* parts) {
+    return {load<W>(parts), load<W>(parts + W)};
+}
+template <class T, int W>
+VEK_INLINE void storeParts(T* parts, Planar<T, W> value) {
+    store(parts, value.re);
+    store(parts + W, value.im);
+}
+template <class T, int W, class Change>
+VEK_INLINE Planar<T, W> inMemory(Planar<T, W> value, Change change) {
+    T parts[2 * W];
+    storeParts(parts, value);
+    change(parts);
+    return loadParts<W>(parts);
+}
+
 // dst[i ...] = compute(W values of src from i on).
-template <class T, bool Light = false, class Compute>
+template <Bound B, class T, class Compute>
 VEK_INLINE void mapComplex(const T* src, T* dst, size_t count, Compute compute) {
-    forAll<T, PlanarStep<Light>>(
-        dst, count, [=](auto w, size_t i) { return compute(w, loadPlanar<T, w>(src + 2 * i)); },
-        [=](size_t i, auto value) { storePlanar(dst + 2 * i, value); });
+    forAll<T, PlanarStep<B>>(
+        dst, count, [=](auto w, size_t i) VEK_INLINE_LAMBDA { return compute(w, loadPlanar<T, w>(src + 2 * i)); },
+        [=](size_t i, auto value) VEK_INLINE_LAMBDA { storePlanar(dst + 2 * i, value); });
 }
 
 template <class T>
 Success complexSqr2(const T* src, T* dst, size_t count) {
-    mapComplex<T, true>(src, dst, count, [](auto w, auto x) {
+    mapComplex<Bound::byMemory>(src, dst, count, [](auto w, auto x) {
         const auto cross = x.re * x.im;
         return Planar<T, w>{(x.re - x.im) * (x.re + x.im), cross + cross};
     });
@@ -274,17 +287,10 @@ template <class T>
 }
 
 template <class T, int W>
-[[gnu::noinline, gnu::cold]] void unusualRoots(const Planar<T, W>& x, Planar<T, W>& root) {
-    T re[W], im[W], rootRe[W], rootIm[W];
-    store(re, x.re);
-    store(im, x.im);
-    store(rootRe, root.re);
-    store(rootIm, root.im);
+[[gnu::noinline, gnu::cold]] void unusualRoots(const T* x, T* root) {
     for (int k = 0; k < W; ++k)
-        if (!(magnitude<T, 1>(re[k]) <= Range<T>::largest && magnitude<T, 1>(im[k]) <= Range<T>::largest))
-            unusualRoot(re[k], im[k], rootRe[k], rootIm[k]);
-    root.re = load<W>(rootRe);
-    root.im = load<W>(rootIm);
+        if (!(magnitude<T, 1>(x[k]) <= Range<T>::largest && magnitude<T, 1>(x[W + k]) <= Range<T>::largest))
+            unusualRoot(x[k], x[W + k], root[k], root[W + k]);
 }
 
 // With r = |x|, the principal root is (t, im / 2t), t = sqrt((|re| + r) / 2), for re >= 0; its parts change
@@ -304,14 +310,17 @@ VEK_INLINE Planar<T, W> principalRoot(Planar<T, W> x) {
     Planar<T, W> root;
     root.re = left ? other : t;
     root.im = withSignOf<T, W>(left ? t : other, x.im);
-    if (any<W>(!usual)) [[unlikely]]
-        unusualRoots<T, W>(x, root);
+    if (any<W>(!usual)) [[unlikely]] {
+        T parts[2 * W];
+        storeParts(parts, x);
+        return inMemory(root, [&](T* roots) VEK_INLINE_LAMBDA { unusualRoots<T, W>(parts, roots); });
+    }
     return root;
 }
 
 template <class T>
 Success complexSqrt2(const T* src, T* dst, size_t count) {
-    mapComplex(src, dst, count, [](auto w, auto x) { return principalRoot<T, w>(x); });
+    mapComplex<Bound::byArithmetic>(src, dst, count, [](auto w, auto x) { return principalRoot<T, w>(x); });
     return success;
 }
 
@@ -331,7 +340,8 @@ template <class T, int W>
 
 // x becomes x thresh / |x| where |x| lies on the wrong side of thresh. An element with a NaN part stays.
 template <class T, int W, bool Below>
-VEK_INLINE Planar<T, W> limited(Planar<T, W> x, T thresh, ThresholdPart<T> limit) {
+[[gnu::noinline]] void limitUnusual(T* parts, T thresh, ThresholdPart<T> limit) {
+    const Planar<T, W> x = loadParts<W>(parts);
     const Vec<T, W> zero = {};
     const auto one = splat<W>(static_cast<T>(1));
     Scaled<T, W> s = scaled(x);
@@ -350,7 +360,8 @@ VEK_INLINE Planar<T, W> limited(Planar<T, W> x, T thresh, ThresholdPart<T> limit
     // a part that is zero stays so when thresh is infinite
     const auto re = s.re == zero ? s.re : s.re * factor * unscale;
     const auto im = s.im == zero ? s.im : s.im * factor * unscale;
-    return {replaced ? (isZero ? splat<W>(thresh) : re) : x.re, replaced ? (isZero ? zero : im) : x.im};
+    storeParts<T, W>(parts,
+                     {replaced ? (isZero ? splat<W>(thresh) : re) : x.re, replaced ? (isZero ? zero : im) : x.im});
 }
 
 template <class T, bool Below>
@@ -358,9 +369,11 @@ Success complexThreshold(const T* src, T* dst, size_t count, T thresh) {
     const T limit = magnitude<T, 1>(thresh);
     const ThresholdPart<T> part = thresholdPart(limit);
     const T squareLimit = limit * limit;
-    mapComplex(src, dst, count, [&](auto width, auto x) VEK_INLINE_LAMBDA {
+    mapComplex<Bound::byArithmetic>(src, dst, count, [&](auto width, auto x) VEK_INLINE_LAMBDA {
         constexpr int w = decltype(width){};
-        const auto unusual = [&](auto rare) VEK_INLINE_LAMBDA { return limited<T, w, Below>(rare, limit, part); };
+        const auto unusual = [&](auto rare) VEK_INLINE_LAMBDA {
+            return inMemory(rare, [&](T* parts) VEK_INLINE_LAMBDA { limitUnusual<T, w, Below>(parts, limit, part); });
+        };
         if (part.scale != 1) return unusual(x);
         return byRange<T, w>(
             x, true, Below ? Planar<T, w>{splat<w>(limit), {}} : x,
@@ -378,8 +391,8 @@ Success complexThreshold(const T* src, T* dst, size_t count, T thresh) {
 
 // 1 / x where |x| exceeds thresh; elsewhere a number of modulus 1 / thresh with the phase of 1 / x.
 template <class T, int W>
-VEK_INLINE Planar<T, W> limitedInverse(Planar<T, W> x, T thresh, ThresholdPart<T> limit, T inverseOfZero,
-                                       bool& zeroMet) {
+[[gnu::noinline]] bool invertUnusual(T* parts, T thresh, ThresholdPart<T> limit, T inverseOfZero) {
+    const Planar<T, W> x = loadParts<W>(parts);
     const Vec<T, W> zero = {};
     const auto one = splat<W>(static_cast<T>(1));
     Scaled<T, W> s = scaled(x);
@@ -398,10 +411,10 @@ VEK_INLINE Planar<T, W> limitedInverse(Planar<T, W> x, T thresh, ThresholdPart<T
         scale = exceeds ? s.scale : splat<W>(limit.scale);
     }
     const auto isZero = s.square == zero;
-    zeroMet |= any<W>(isZero);
     const auto factor = one / (isZero ? one : divisor);
-    return {isZero ? splat<W>(inverseOfZero) : s.re * factor * scale,
-            isZero ? zero : negated<T, W>(s.im * factor * scale)};
+    storeParts<T, W>(parts, {isZero ? splat<W>(inverseOfZero) : s.re * factor * scale,
+                             isZero ? zero : negated<T, W>(s.im * factor * scale)});
+    return any<W>(isZero);
 }
 
 template <class T>
@@ -411,10 +424,12 @@ bool complexInvThresh2(const T* src, T* dst, size_t count, T thresh) {
     const T inverseOfZero = plain ? static_cast<T>(reciprocalOfZero) : 1 / thresh;
     bool zeroMet = false;
     const T squareLimit = thresh * thresh;
-    mapComplex(src, dst, count, [&](auto width, auto x) VEK_INLINE_LAMBDA {
+    mapComplex<Bound::byArithmetic>(src, dst, count, [&](auto width, auto x) VEK_INLINE_LAMBDA {
         constexpr int w = decltype(width){};
         const auto unusual = [&](auto rare) VEK_INLINE_LAMBDA {
-            return limitedInverse<T, w>(rare, thresh, limit, inverseOfZero, zeroMet);
+            return inMemory(rare, [&](T* parts) VEK_INLINE_LAMBDA {
+                zeroMet |= invertUnusual<T, w>(parts, thresh, limit, inverseOfZero);
+            });
         };
         if (!plain && limit.scale != 1) return unusual(x);
         return byRange<T, w>(
