@@ -173,15 +173,45 @@ VEK_INLINE void few(size_t n, Compute compute, Put put) {
     }
 }
 
+// Eight registers are too few for long runs and short ones in one function.
+#if defined(__i386__)
+#define VEK_LONG_RUN [[gnu::noinline]]
+#else
+#define VEK_LONG_RUN VEK_INLINE
+#endif
+
+// More than 16 steps that are bound by memory.
+//
+// They begin with one that is not aligned and go on where stores are aligned to the vector: a store that straddles
+// cache lines costs as much as two. Eight steps at a time make the speed independent of where the loop comes to lie in
+// memory; beyond the first-level cache the processor fetches ahead better for one at a time.
+template <class T, class Step, class Compute, class Put>
+VEK_LONG_RUN void many(const T* dst, size_t n, Compute compute, Put put) {
+    constexpr int w = lanes<T>;
+    constexpr size_t step = Step::elements(w);
+    constexpr size_t unrolled = 8;
+    constexpr size_t elementBytes = Step::reals * sizeof(T);
+    const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
+    size_t i = misaligned % elementBytes == 0 ? (w * sizeof(T) - misaligned) / elementBytes : step;
+    const auto last = compute(Int<w>{}, n - step);
+    const auto first = compute(Int<w>{}, 0);
+    const auto second = compute(Int<w>{}, i);
+    put(0, first);
+    put(i, second);
+    i += step;
+    if (Step::bound == Bound::byStores || n <= firstLevelBytes / elementBytes)
+        for (const size_t stop = n - unrolled * step; i < stop; i += unrolled * step)
+            unroll<unrolled>([&](auto k) VEK_INLINE_LAMBDA { put(i + k * step, compute(Int<w>{}, i + k * step)); });
+#pragma GCC unroll 1
+    for (; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+    put(n - step, last);
+}
+
 // Runs compute(Int<W>, i), which reads the sources of one step that begins at element i and returns its
 // results, and put(i, results), which stores them, over n elements; `dst` is where put(0, ...) begins.
 //
 // The last step ends at element n and may overlap the one before it. So that dst may equal a source, results of steps
 // that overlap are all computed before one of them is stored.
-//
-// Long runs begin with a step that is not aligned and go on where stores are aligned to the vector: a store that
-// straddles cache lines costs as much as two. Eight steps at a time make the speed independent of where the loop comes
-// to lie in memory; beyond the first-level cache the processor fetches ahead better for one at a time.
 template <class T, class Step, class Compute, class Put>
 VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
     constexpr int w = lanes<T>;
@@ -191,31 +221,19 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
     } else {
         if constexpr (step > 1)
             if (n < step) return few<T, narrower<T, w>, step, Step>(n, compute, put);
-        const auto last = compute(Int<w>{}, n - step);
         if constexpr (Step::bound == Bound::byArithmetic) {
+            const auto last = compute(Int<w>{}, n - step);
 #pragma GCC unroll 1
             for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+            put(n - step, last);
         } else if (n <= 16 * step) {
+            const auto last = compute(Int<w>{}, n - step);
 #pragma GCC unroll 16
             for (size_t i = 0; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+            put(n - step, last);
         } else {
-            constexpr size_t unrolled = 8;
-            constexpr size_t elementBytes = Step::reals * sizeof(T);
-            const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
-            size_t i = misaligned % elementBytes == 0 ? (w * sizeof(T) - misaligned) / elementBytes : step;
-            const auto first = compute(Int<w>{}, 0);
-            const auto second = compute(Int<w>{}, i);
-            put(0, first);
-            put(i, second);
-            i += step;
-            if (Step::bound == Bound::byStores || n <= firstLevelBytes / elementBytes)
-                for (const size_t stop = n - unrolled * step; i < stop; i += unrolled * step)
-                    unroll<unrolled>([&](auto k)
-                                         VEK_INLINE_LAMBDA { put(i + k * step, compute(Int<w>{}, i + k * step)); });
-#pragma GCC unroll 1
-            for (; i < n - step; i += step) put(i, compute(Int<w>{}, i));
+            many<T, Step>(dst, n, compute, put);
         }
-        put(n - step, last);
     }
 }
 
