@@ -19,7 +19,6 @@
 namespace vek::fft {
 
 using core::Call;
-using core::context;
 using kernels::FftData;
 
 // As reports name the module.
@@ -32,8 +31,13 @@ template <class T>
 const kernels::FftOf<T>& kernelsOf() {
     return halfOf<T>(kernelsNow().fft);
 }
-inline core::TransformTables& cacheOf(const float*) { return context().tables.transformC; }
-inline core::TransformTables& cacheOf(const double*) { return context().tables.transformZ; }
+template <class T, class Cache>
+auto& cacheOf(Cache& all) {
+    if constexpr (sizeof(T) == sizeof(float))
+        return all.transformC;
+    else
+        return all.transformZ;
+}
 
 // ---- Tables -------------------------------------------------------------------------------------------------------
 
@@ -69,10 +73,20 @@ T* lineTable(core::OrderSlots& slots, int order, std::uint64_t length, Fill fill
     return slots.get<T>(order, length + line / sizeof(T), [&](T* block) { fill(onLine(block)); });
 }
 
+template <class T>
+VEK_STEPS bool areReady(const core::TableCache& all, int order, int extras) {
+    const auto& cache = cacheOf<T>(all);
+    return cache.owner == &kernelsOf<T>() && cache.scratch.ordersServed > order &&
+           cache.working.slot[order] != nullptr &&
+           ((extras & realSplit) == 0 || cache.realSplit.slot[order] != nullptr) &&
+           ((extras & swapList) == 0 || all.swapList.slot[order] != nullptr);
+}
+
 // Builds what is missing. The scratch area comes first: where memory is short it fails before any table is computed.
 template <class T>
-[[gnu::cold, gnu::noinline]] bool build(core::TransformTables& cache, int order, int extras) {
+bool build(core::TableCache& all, int order, int extras) {
     const auto& kernels = kernelsOf<T>();
+    auto& cache = cacheOf<T>(all);
     if (cache.owner != &kernels) cache.releaseAll();
     cache.owner = &kernels;
     if (cache.scratch.ordersServed <= order) {
@@ -82,50 +96,42 @@ template <class T>
     const T* working = lineTable<T>(cache.working, order, kernels.tableLength(order),
                                     [&](T* table) { kernels.fillTable(order, table, rootOf); });
     if (working == nullptr) return false;
-    if ((extras & swapList) != 0 && context().tables.swapListOf(order) == nullptr) return false;
+    if ((extras & swapList) != 0 && all.swapListOf(order) == nullptr) return false;
     return (extras & realSplit) == 0 || lineTable<T>(cache.realSplit, order, kernels.splitLength(order), [&](T* table) {
                                             kernels.fillSplit(order, table, rootOf);
                                         }) != nullptr;
 }
 
 template <class T>
-VEK_STEPS bool obtain(Tables<T>& tables, int order, int extras) {
-    auto& thread = context().tables;
-    auto& cache = cacheOf(tables.working);
-    const bool ready = cache.owner == &kernelsOf<T>() && cache.scratch.ordersServed > order &&
-                       cache.working.slot[order] != nullptr &&
-                       ((extras & realSplit) == 0 || cache.realSplit.slot[order] != nullptr) &&
-                       ((extras & swapList) == 0 || thread.swapList.slot[order] != nullptr);
-    if (!ready && !build<T>(cache, order, extras)) [[unlikely]]
-        return false;
-    tables.scratch = onLine(static_cast<T*>(cache.scratch.buffer));
-    tables.working = onLine(static_cast<const T*>(cache.working.slot[order]));
-    if ((extras & realSplit) != 0) tables.split = onLine(static_cast<const T*>(cache.realSplit.slot[order]));
-    if ((extras & swapList) != 0) tables.swaps = static_cast<const std::int32_t*>(thread.swapList.slot[order]);
-    return true;
-}
-
-template <class T>
-[[gnu::cold, gnu::noinline]] bool obtainAgain(Tables<T>& tables, int order, int extras) {
-    cacheOf(tables.working).releaseAll();
-    context().tables.swapList.releaseAll();
-    return obtain(tables, order, extras);
+[[gnu::cold, gnu::noinline]] bool buildOrRetry(core::TableCache& all, int order, int extras) {
+    if (build<T>(all, order, extras)) return true;
+    cacheOf<T>(all).releaseAll();
+    all.swapList.releaseAll();
+    return build<T>(all, order, extras);
 }
 
 template <class T>
 VEK_STEPS bool noTables(Call& call, Tables<T>& tables, int order, int extras, int line = __builtin_LINE()) {
-    return !obtain(tables, order, extras) &&
-           call.noMemory(!obtainAgain(tables, order, extras), "No working Twd memory", line);
+    core::TableCache& all = call.thread.tables;
+    if (!areReady<T>(all, order, extras)) [[unlikely]] {
+        if (call.noMemory(!buildOrRetry<T>(all, order, extras), "No working Twd memory", line)) return true;
+    }
+    const auto& cache = cacheOf<T>(all);
+    tables.scratch = onLine(static_cast<T*>(cache.scratch.buffer));
+    tables.working = onLine(static_cast<const T*>(cache.working.slot[order]));
+    if ((extras & realSplit) != 0) tables.split = onLine(static_cast<const T*>(cache.realSplit.slot[order]));
+    if ((extras & swapList) != 0) tables.swaps = static_cast<const std::int32_t*>(all.swapList.slot[order]);
+    return false;
 }
 
 template <class T>
-[[gnu::cold, gnu::noinline]] void freeTables(const T* kind, int order) {
+[[gnu::cold, gnu::noinline]] void freeTables(core::TableCache& all, int order) {
     if (!core::isOrder(order)) return;
-    auto& cache = cacheOf(kind);
+    auto& cache = cacheOf<T>(all);
     cache.working.release(order);
     cache.realSplit.release(order);
     cache.scratch.release();
-    context().tables.swapList.release(order);
+    all.swapList.release(order);
 }
 
 // ---- Checks -------------------------------------------------------------------------------------------------------
@@ -184,12 +190,33 @@ void copyPoint(FftData<const T> in, FftData<T> out) {
         out.re[1] = in.re[1];
 }
 
+template <class T>
+VEK_STEPS void transform(FftData<const T> in, FftData<T> out, int order, int flags, const Tables<T>& tables) {
+    const auto& kernels = kernelsOf<T>();
+    const bool inverse = (flags & VEK_Inv) != 0;
+    const T scale = scaleOf<T>(order, flags);
+    if (in.im == nullptr)
+        kernels.transform(in.re, out.re, order, inverse, scale, tables.working, tables.scratch);
+    else
+        kernels.transformParts(in, out, order, inverse, scale, tables.working, tables.scratch);
+}
+
+template <class T>
+[[gnu::noinline]] void transformPermuted(FftData<const T> in, FftData<T> out, int order, int flags, Tables<T> tables) {
+    if ((flags & VEK_InBitRev) != 0) {
+        permute(in, out, order, tables.swaps);
+        in = {out.re, out.im};
+    }
+    transform(in, out, order, flags, tables);
+    if ((flags & VEK_OutBitRev) != 0) permute<T>({out.re, out.im}, out, order, tables.swaps);
+}
+
 // badPointer(call) checks the member's own arguments.
 template <class T, class BadPointer>
 VEK_STEPS void complexFft(const char* name, FftData<const T> in, FftData<T> out, int order, int flags,
                           BadPointer badPointer) {
     Call call{moduleOf<T>, name};
-    if ((flags & VEK_Free) != 0) return freeTables(in.re, order);
+    if ((flags & VEK_Free) != 0) return freeTables<T>(call.thread.tables, order);
     if (badOrder(call, order)) return;
     Tables<T> tables;
     const bool permutes = (flags & (VEK_InBitRev | VEK_OutBitRev)) != 0;
@@ -200,13 +227,8 @@ VEK_STEPS void complexFft(const char* name, FftData<const T> in, FftData<T> out,
     if (badBitOrder(call, flags)) return;
     if (call.stopped()) return;
     if (order == 0) return copyPoint(in, out);
-    if ((flags & VEK_InBitRev) != 0) {
-        permute(in, out, order, tables.swaps);
-        in = {out.re, out.im};
-    }
-    kernelsOf<T>().transform(in, out, order, (flags & VEK_Inv) != 0, scaleOf<T>(order, flags), tables.working,
-                             tables.scratch);
-    if ((flags & VEK_OutBitRev) != 0) permute<T>({out.re, out.im}, out, order, tables.swaps);
+    if (permutes) return transformPermuted(in, out, order, flags, tables);
+    transform(in, out, order, flags, tables);
 }
 
 // A complex vector as pairs of reals.
@@ -325,7 +347,7 @@ VEK_STEPS void realSteps(const char* name, const T* in, T* out, int order, int f
     Call call{moduleOf<T>, name};
     Tables<T> tables;
     if ((flags & VEK_Free) != 0) {
-        if (core::isOrder(order)) freeTables(in, order - 1);
+        if (core::isOrder(order)) freeTables<T>(call.thread.tables, order - 1);
         return;
     }
     if (badOrder(call, order)) return;
@@ -408,7 +430,7 @@ VekStatus twice(const char* name, const char* message, int flags, First first, S
     Call call{moduleOf<T>, name};
     first();
     if ((flags & (VEK_Init | VEK_Free)) == 0) second();
-    return call.backtrace(message) ? call.result : context().status;
+    return call.backtrace(message) ? call.result : call.thread.status;
 }
 
 // ---- Products of packed spectra -----------------------------------------------------------------------------------

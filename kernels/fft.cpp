@@ -598,13 +598,17 @@ template <class T, class In, class Out>
 VEK_INLINE bool runInRegisters(const In& in, const Out& out, int order, const T* table) {
     const auto attempt = [&](auto candidate) {
         constexpr int o = decltype(candidate){};
+        constexpr Plan plan = planOf<T>(o);
         if constexpr (fitsRegisters<T>(o)) {
-            constexpr Plan plan = planOf<T>(o);
             inRegisters<T, plan.width, 1 << plan.logRadix[0]>(in, out, table);
+        } else if constexpr (plan.passes == 1) {
+            lastPass<T, 1, 1 << o>(in, out, 1);
         }
-        return fitsRegisters<T>(o);
+        return fitsRegisters<T>(o) || plan.passes == 1;
     };
     switch (order) {
+        case 1: return attempt(Int<1>{});
+        case 2: return attempt(Int<2>{});
         case 3: return attempt(Int<3>{});
         case 4: return attempt(Int<4>{});
         case 5: return attempt(Int<5>{});
@@ -785,19 +789,30 @@ void fillTable(int order, T* table, RootFunction root) {
 // ---- Entries ------------------------------------------------------------------------------------------------------
 
 template <class T, class In, class Out>
-void run(const In& in, const Out& out, T* outBuffer, int order, const T* table, T* scratch) {
-    if (runInRegisters<T>(in, out, order, table)) return;
+[[gnu::noinline]] void runPasses(Handed<In> from, Handed<Out> to, T* outBuffer, int order, const T* table, T* scratch) {
+    const In in = from;
+    const Out out = to;
     if (usesFourSteps<T>(order)) return fourSteps<T>(in, out, order, table, scratch);
     T* second = outBuffer != nullptr ? outBuffer : scratch + alignedLength<T>(size_t{2} << order);
     chooseWidth<T>(plans<T>.of[order], in, out, order, {table, scratch, second});
 }
 
+// What follows keeps no frame: small transforms are done in less time than it takes to save the registers.
+template <class T, class In, class Out>
+VEK_INLINE void run(const In& in, const Out& out, T* outBuffer, int order, const T* table, T* scratch) {
+    if (!runInRegisters<T>(in, out, order, table)) runPasses<T, In, Out>(in, out, outBuffer, order, table, scratch);
+}
+
 template <class T>
-void transform(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table, T* scratch) {
-    if (in.im == nullptr && !inverse)
-        return run<T>(Pairs<const T, false>{in.re, 1}, Pairs<T, false>{out.re, 1}, out.re, order, table, scratch);
-    if (in.im == nullptr)
-        return run<T>(Pairs<const T, true>{in.re, 1}, Pairs<T, true>{out.re, scale}, out.re, order, table, scratch);
+void transform(const T* in, T* out, int order, bool inverse, T scale, const T* table, T* scratch) {
+    if (inverse)
+        run<T>(Pairs<const T, true>{in, 1}, Pairs<T, true>{out, scale}, out, order, table, scratch);
+    else
+        run<T>(Pairs<const T, false>{in, 1}, Pairs<T, false>{out, 1}, out, order, table, scratch);
+}
+
+template <class T>
+void transformParts(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table, T* scratch) {
     const Arrays<const T> from = inverse ? Arrays<const T>{in.im, in.re, 1} : Arrays<const T>{in.re, in.im, 1};
     const Arrays<T> to = inverse ? Arrays<T>{out.im, out.re, scale} : Arrays<T>{out.re, out.im, static_cast<T>(1)};
     run<T>(from, to, static_cast<T*>(nullptr), order, table, scratch);
@@ -842,13 +857,22 @@ VEK_INLINE size_t mirrorGroups(size_t k, size_t m, F body) {
     return k;
 }
 
+// The same for all of them; one by one where they are few, because wider reads would wait for what was just stored.
+template <class T, class F>
+VEK_INLINE void mirrored(size_t m, F body) {
+    if (m > 4)
+        mirrorGroups<T, lanes<T>>(1, m, body);
+    else
+        mirrorGroups<T, 1>(1, m, body);
+}
+
 // X[k] = S/2 + t D and X[m - k] = conj(S/2 - t D), S = Z[k] + conj Z[m - k], D = Z[k] - conj Z[m - k].
 template <class T, bool Inverse>
 void splitSpectrum(T* z, size_t m, T scale, const T* split) {
     const T first = (z[0] + z[1]) * scale;
     z[1] = (z[0] - z[1]) * scale;
     z[0] = first;
-    mirrorGroups<T, lanes<T>>(1, m, [&](auto width, size_t k) {
+    mirrored<T>(m, [&](auto width, size_t k) {
         constexpr int w = decltype(width){};
         using V = Vec<T, w>;
         const Pairs<T, false> low{z + 2 * k, 1};
@@ -874,7 +898,7 @@ void splitSpectrum(T* z, size_t m, T scale, const T* split) {
 // Z[k] = S + u D and Z[m - k] = conj(S - u D), u = 2 conj t, S and D as above of X.
 template <class T, bool Inverse>
 void mergeSpectrum(T x0, T xm, const T* bins, T* z, size_t m, const T* split) {
-    mirrorGroups<T, lanes<T>>(1, m, [&](auto width, size_t k) {
+    mirrored<T>(m, [&](auto width, size_t k) {
         constexpr int w = decltype(width){};
         using V = Vec<T, w>;
         Cx<V> a = Pairs<const T, false>{bins + 2 * (k - 1), 1}.template read<w>(0);
@@ -996,7 +1020,7 @@ template <class T>
 void realForward(const T* in, T* out, int order, bool inverse, T scale, const T* table, const T* split, T* scratch) {
     if constexpr (lanes<T> >= 4)
         if (order == 3) return inverse ? forward16<T, true>(in, out, scale) : forward16<T, false>(in, out, scale);
-    transform<T>({in, nullptr}, {out, nullptr}, order, false, 1, table, scratch);
+    transform<T>(in, out, order, false, 1, table, scratch);
     const size_t m = size_t{1} << order;
     return inverse ? splitSpectrum<T, true>(out, m, scale, split) : splitSpectrum<T, false>(out, m, scale, split);
 }
@@ -1013,11 +1037,11 @@ void realInverse(T x0, T xm, const T* bins, T* out, int order, bool inverse, T s
         mergeSpectrum<T, true>(x0, xm, bins, out, m, split);
     else
         mergeSpectrum<T, false>(x0, xm, bins, out, m, split);
-    transform<T>({out, nullptr}, {out, nullptr}, order, true, scale, table, scratch);
+    transform<T>(out, out, order, true, scale, table, scratch);
 }
 
 template <class T>
-constexpr kernels::FftOf<T> entries = {tableLength<T>, fillTable<T>, scratchLength<T>, transform<T>,
+constexpr kernels::FftOf<T> entries = {tableLength<T>, fillTable<T>, scratchLength<T>, transform<T>,  transformParts<T>,
                                        splitLength<T>, fillSplit<T>, realForward<T>,   realInverse<T>};
 
 }   // namespace

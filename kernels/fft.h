@@ -24,8 +24,10 @@ struct FftOf {
     uint64_t (*scratchLength)(int order);
 
     // out = forward transform of in; when inverse, the opposite sign of the exponent, times scale. In place or not.
-    void (*transform)(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table,
-                      T* scratch);
+    // Of interleaved pairs, and of two arrays.
+    void (*transform)(const T* in, T* out, int order, bool inverse, T scale, const T* table, T* scratch);
+    void (*transformParts)(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table,
+                           T* scratch);
 
     // Real signals of 2m samples, m = 2^order >= 2. The split table serves both ways.
     uint64_t (*splitLength)(int order);

@@ -18,7 +18,7 @@ struct Call {
     const char* name;     // the exported name
     VekStatus result = VEK_StsOk;
     // Fetched first, while the caller's arguments still stand where they came: making one is a call.
-    const ThreadContext& thread = context();
+    ThreadContext& thread = context();
 
     [[gnu::always_inline]] bool bad(bool failed, const char* message, int line = __builtin_LINE()) {
         if (failed) [[unlikely]]
