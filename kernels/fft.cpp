@@ -525,19 +525,18 @@ VEK_INLINE void runColumns(int logRadix, const In& in, size_t inRow, T* y, size_
 template <class T, int W, class In, class Out>
 VEK_INLINE void runLast(int logRadix, const In& in, const Out& out, size_t s) {
     switch (logRadix) {
-        case 1: return lastPass<T, W, 2>(in, out, s);
         case 2: return lastPass<T, W, 4>(in, out, s);
         case 3: return lastPass<T, W, 8>(in, out, s);
         case 4:
             if constexpr (maxLogRadix >= 4) lastPass<T, W, 16>(in, out, s);
             return;
-        default: return out.template write<1>(0, in.template read<1>(0));   // one point
+        default: return lastPass<T, W, 2>(in, out, s);
     }
 }
 
+// Two passes or more.
 template <class T, int W, class In, class Out>
 void selfSorting(const Plan& plan, const In& in, const Out& out, int order, const Stages<T>& stages) {
-    if (plan.passes <= 1) return runLast<T, 1>(plan.passes == 0 ? 0 : plan.logRadix[0], in, out, 1);
     int left = order - plan.logRadix[0];
     runFirst<T, W>(plan.logRadix[0], in, stages.first, size_t{1} << left, stages.table);
     const T* table = stages.table + ((2 * ((size_t{1} << plan.logRadix[0]) - 1)) << left);
@@ -593,7 +592,7 @@ constexpr bool fitsRegisters(int order) {
     return plan.passes == 2 && plan.width > 1 && plan.logRadix[1] == log2Of(plan.width);
 }
 
-// True: done.
+// True: done. One pass and no tables for 2, 4 and, where vectors would not pay, 8 points.
 template <class T, class In, class Out>
 VEK_INLINE bool runInRegisters(const In& in, const Out& out, int order, const T* table) {
     const auto attempt = [&](auto candidate) {

@@ -24,7 +24,7 @@ struct FftOf {
     uint64_t (*scratchLength)(int order);
 
     // out = forward transform of in; when inverse, the opposite sign of the exponent, times scale. In place or not.
-    // Of interleaved pairs, and of two arrays.
+    // Of interleaved pairs, and of two arrays; order at least 1.
     void (*transform)(const T* in, T* out, int order, bool inverse, T scale, const T* table, T* scratch);
     void (*transformParts)(FftData<const T> in, FftData<T> out, int order, bool inverse, T scale, const T* table,
                            T* scratch);
