@@ -14,8 +14,6 @@
 #include "core/roots.h"
 #include "kernels/level/levels.h"
 
-#define VEK_STEPS [[gnu::always_inline]] inline
-
 namespace vek::fft {
 
 using core::Call;
@@ -113,6 +111,7 @@ template <class T>
 template <class T>
 VEK_STEPS bool noTables(Call& call, Tables<T>& tables, int order, int extras, int line = __builtin_LINE()) {
     core::TableCache& all = call.thread.tables;
+    // One condition within the other: joined, the compiler would take all that follows for unlikely.
     if (!areReady<T>(all, order, extras)) [[unlikely]] {
         if (call.noMemory(!buildOrRetry<T>(all, order, extras), "No working Twd memory", line)) return true;
     }
@@ -464,5 +463,3 @@ void mpy3(const char* name, const T* srcA, const T* srcB, T* dst, int order, Lay
 }
 
 }   // namespace vek::fft
-
-#undef VEK_STEPS

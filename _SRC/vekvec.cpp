@@ -21,7 +21,7 @@ const auto& kernels() {
 }
 
 // Members 1 work in place, members 2 from src to dst; they differ in the names that their reports give the
-// vectors. What both share is inlined, so that a call stays in registers.
+// vectors.
 
 template <class T>
 bool badVectors(Call& call, T* vec, int len) {
@@ -36,7 +36,7 @@ bool badVectors(Call& call, const T* src, T* dst, int len) {
 // ---- Squares ------------------------------------------------------------------------------------
 
 template <class T>
-[[gnu::always_inline]] inline VekStatus sqr(Call& call, const T* src, T* dst, int len) {
+VEK_STEPS VekStatus sqr(Call& call, const T* src, T* dst, int len) {
     if (call.stopped()) return VEK_StsOk;
     if constexpr (isComplex<T>)
         return kernels<T>().complexSqr2(reals(src), reals(dst), len);
@@ -61,7 +61,7 @@ VekStatus sqr2(const char* name, const T* src, T* dst, int len) {
 // ---- Square roots -------------------------------------------------------------------------------
 
 template <class T>
-[[gnu::always_inline]] inline VekStatus sqrt(Call& call, const T* src, T* dst, int len) {
+VEK_STEPS VekStatus sqrt(Call& call, const T* src, T* dst, int len) {
     if (call.stopped()) return VEK_StsOk;
     if constexpr (isComplex<T>) {
         return kernels<T>().complexSqrt2(reals(src), reals(dst), len);
@@ -107,8 +107,7 @@ VekStatus abs2(const char* name, const T* src, T* dst, int len) {
 // ---- Thresholds: `negative`, the report of a negative threshold, is null where one is welcome ---
 
 template <class T>
-[[gnu::always_inline]] inline VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int relOp,
-                                               const char* negative) {
+VEK_STEPS VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int relOp, const char* negative) {
     if (negative && call.bad(limit < 0, negative)) return call.result;
     if (call.stopped()) return VEK_StsOk;
     const vek::kernels::VecOf<Real<T>>& table = kernels<T>();
@@ -137,8 +136,7 @@ VekStatus thresh2(const char* name, const T* src, T* dst, int len, Real<T> limit
 }
 
 template <class T>
-[[gnu::always_inline]] inline VekStatus invThresh(Call& call, const T* src, T* dst, int len, Real<T> limit,
-                                                  const char* negative) {
+VEK_STEPS VekStatus invThresh(Call& call, const T* src, T* dst, int len, Real<T> limit, const char* negative) {
     if (call.bad(limit < 0, negative)) return call.result;
     if (call.stopped()) return VEK_StsOk;
     bool zeroMet = false;

@@ -11,6 +11,9 @@
 
 #include "context.h"
 
+// Steps that exports share. They are inlined into each, so that a call and its arguments stay in registers.
+#define VEK_STEPS [[gnu::always_inline]] inline
+
 namespace vek::core {
 
 struct Call {
