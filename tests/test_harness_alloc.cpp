@@ -10,7 +10,7 @@ namespace {
 
 using namespace test;
 
-bool buildsTables(const Row& row) { return !row.noMemory.empty(); }
+bool buildsTables(const Row& row) { return !row.group.noMemory.empty(); }
 
 void releaseTables() {
     vekcFreeTwdTbls();
@@ -20,10 +20,10 @@ void releaseTables() {
 }
 
 std::string noMemoryReports(const Row& of) {
-    if (of.inner.empty()) return reportLine(VEK_StsNoMemory, of.name(), of.noMemory, of.module);
+    if (of.inner.name.empty()) return reportLine(VEK_StsNoMemory, of.name(), of.group.noMemory, of.group.module);
     // Each of both signals asks for its tables.
-    const std::string one = noMemoryReports(row(of.inner));
-    return one + one + reportLine(VEK_StsBacktrace, of.name(), "out " + of.inner, of.module);
+    const std::string one = noMemoryReports(row(of.inner.name));
+    return one + one + reportLine(VEK_StsBacktrace, of.name(), "out " + of.inner.name, of.group.module);
 }
 
 class Memory : public testing::TestWithParam<std::string> {
@@ -64,14 +64,14 @@ TEST_P(Memory, FailingAtEachRequest) {
                 const Cell result = prepared.call();
                 EXPECT_GT(heap::failures(), 0) << what;
                 heap::failNone();
-                const bool madeGood = tested.retriesMemory && !onwards;
+                const bool madeGood = tested.group.retriesMemory && !onwards;
                 if (madeGood) {
                     EXPECT_EQ(reports.text(), "") << what;
                     EXPECT_TRUE(prepared.outputs() == wanted) << what;
                 } else {
                     EXPECT_EQ(reports.text(), noMemoryReports(tested)) << what;
                     EXPECT_EQ(vekGetErrStatus(), VEK_StsNoMemory) << what;
-                    EXPECT_TRUE(prepared.outputs() == prepared.before()) << what << ": outputs touched";
+                    EXPECT_TRUE(prepared.untouched()) << what << ": outputs touched";
                     const Cell failure = tested.expectedFailure(VEK_StsNoMemory);
                     EXPECT_EQ(std::memcmp(result.bytes, failure.bytes, sizeof result.bytes), 0) << what;
                 }
@@ -101,14 +101,14 @@ TEST_P(Memory, LargestOrders) {
         Prepared prepared(tested, 3);
         prepared.cells[static_cast<std::size_t>(tested.sizeArgument())].set(order);
         for (std::size_t i = 0; i < tested.arguments.size(); ++i)
-            if (tested.arguments[i].role == Role::flags) prepared.cells[i].set(tested.flags | VEK_Init);
+            if (tested.arguments[i].role == Role::flags) prepared.cells[i].set(prepared.cells[i].get<int>() | VEK_Init);
         heap::failAbove(available);
         const Cell result = prepared.call();
         heap::failNone();
-        const Row& reporter = tested.inner.empty() ? tested : row(tested.inner);
-        std::string wanted = reportLine(VEK_StsNoMemory, reporter.name(), reporter.noMemory, reporter.module);
-        if (!tested.inner.empty())   // initialises once
-            wanted += reportLine(VEK_StsBacktrace, tested.name(), "out " + tested.inner, tested.module);
+        const Row& reporter = tested.inner.name.empty() ? tested : row(tested.inner.name);
+        std::string wanted = reportLine(VEK_StsNoMemory, reporter.name(), reporter.group.noMemory, reporter.group.module);
+        if (!tested.inner.name.empty())   // initialises once
+            wanted += reportLine(VEK_StsBacktrace, tested.name(), "out " + tested.inner.name, tested.group.module);
         EXPECT_EQ(reports.text(), wanted) << order;
         const Cell failure = tested.expectedFailure(VEK_StsNoMemory);
         EXPECT_EQ(std::memcmp(result.bytes, failure.bytes, sizeof result.bytes), 0) << order;
@@ -130,7 +130,7 @@ TEST(Memory, NoRequestOnceTablesStand) {
     Reports reports;
     int called = 0;
     for (const Row& tested : rows()) {
-        if (tested.gate == Gate::always) continue;
+        if (tested.group.gate == Gate::always) continue;
         for (const int size : {1, 4, 11}) {
             const Prepared prepared(tested, size);
             prepared.call();

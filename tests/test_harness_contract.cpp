@@ -12,11 +12,12 @@ extern "C" {
 struct TestMachine {
     std::uint32_t ebx, esi, edi, ebp, esp, wantedEsp, flags, mxcsr, eax, edx;
     std::uint16_t x87[14];   // as fnstenv stores it: control word, -, status, -, tags, ...
+    unsigned char st0[12];   // the result of functions that return float or double
 };
 TestMachine testMachine;
 std::uint32_t testSavedEbp, testSavedEsp;
 std::uint16_t testSavedControl;
-std::uint32_t testSavedMxcsr;
+std::uint32_t testSavedMxcsr, testReturnsInSt0;
 
 // Calls with the argument words on the stack, which at the callee's first instruction stands at `phase` modulo 16.
 void testEnter(void* function, const std::uint32_t* words, std::uint32_t count, std::uint32_t phase);
@@ -72,7 +73,10 @@ _testEnter:
     popl _testMachine+24
     cld
     stmxcsr _testMachine+28
-    fnstenv _testMachine+40
+    cmpl $0, _testReturnsInSt0
+    je 1f
+    fstpt _testMachine+68
+1:  fnstenv _testMachine+40
     fninit
     fldcw _testSavedControl
     ldmxcsr _testSavedMxcsr
@@ -94,22 +98,31 @@ void pushWords(std::vector<std::uint32_t>& words, const void* bytes, std::size_t
     std::memcpy(words.data() + first, bytes, size);
 }
 
-// As invoke(), through testEnter.
+// As Function::call, through testEnter.
 Cell enter(const Row& tested, const Cells& cells, std::uint32_t phase) {
     Cell result;
+    const ArgumentType& type = tested.function.result;
     std::vector<std::uint32_t> words;
     const void* hidden = result.bytes;   // where a result goes that two registers cannot hold
-    const bool inMemory = tested.function.resultBytes > 8;
+    const bool inMemory = type.bytes > 8;
     if (inMemory) pushWords(words, &hidden, sizeof hidden);
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        const ArgumentType& type = tested.arguments[i].type;
-        pushWords(words, cells[i].bytes, type.pointer ? 4 : type.bytes);
+        const ArgumentType& argument = tested.arguments[i].type;
+        pushWords(words, cells[i].bytes, argument.pointer ? 4 : argument.bytes);
     }
-    testEnter(tested.function.address, words.data(), static_cast<std::uint32_t>(words.size()), phase);
-    if (!inMemory) {
-        std::memcpy(result.bytes, &testMachine.eax, tested.function.resultBytes < 4 ? tested.function.resultBytes : 4);
-        if (tested.function.resultBytes == 8) std::memcpy(result.bytes + 4, &testMachine.edx, 4);
-        if (!tested.function.returns) result = {};
+    testReturnsInSt0 = !type.pointer && (type.letter == 's' || type.letter == 'd');
+    testEnter(reinterpret_cast<void*>(tested.function.address), words.data(), static_cast<std::uint32_t>(words.size()),
+              phase);
+    if (testReturnsInSt0 != 0) {
+        long double value = 0;
+        std::memcpy(&value, testMachine.st0, 10);
+        if (type.letter == 's')
+            result.set(static_cast<float>(value));
+        else
+            result.set(static_cast<double>(value));
+    } else if (!inMemory) {
+        const std::uint32_t both[] = {testMachine.eax, testMachine.edx};
+        std::memcpy(result.bytes, both, type.bytes);
     }
     return result;
 }
@@ -164,9 +177,7 @@ TEST_P(Contract, WhileReporting) {
     for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
         Reports reports;
         Prepared prepared(tested, 3);
-        const Check& check = tested.checks[0];
-        const auto index = static_cast<std::size_t>(check.argument);
-        check.provoke(tested.arguments[index], prepared.cells[index]);
+        apply(wrongs(tested, prepared.cells)[0].ways[0], prepared.cells);
         VekStatus status = VEK_StsOk;
         const std::string wanted = tested.expectedReports(prepared.cells, status);
         enter(tested, prepared.cells, phase);
@@ -175,7 +186,8 @@ TEST_P(Contract, WhileReporting) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Export, Contract, testing::ValuesIn(rowNames()), [](const auto& info) { return info.param; });
+INSTANTIATE_TEST_SUITE_P(Export, Contract, testing::ValuesIn(rowNames([](const Row&) { return true; })),
+                         [](const auto& info) { return info.param; });
 
 }   // namespace
 

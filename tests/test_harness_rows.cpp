@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/cases.h"
+#include "support/rows.h"
 
 namespace {
 

@@ -192,21 +192,10 @@ TEST_P(ForcedLevel, CasesReachEveryKernel) {
 
     Reports reports;
     for (const Row& tested : rows()) {
-        if (tested.gate == Gate::always) continue;
+        if (tested.group.gate == Gate::always) continue;
         for (const int size : {1, 4, 10}) {
-            const Prepared prepared(tested, size);
-            prepared.call();
-            // What flags and scalars choose: bit orders, the other relation.
-            for (std::size_t i = 0; i < tested.arguments.size(); ++i) {
-                Prepared other(tested, size);
-                if (tested.arguments[i].name == "relOp")
-                    other.cells[i].set(VEK_GT);
-                else if (tested.arguments[i].role == Role::flags)
-                    other.cells[i].set(tested.flags | VEK_OutBitRev);
-                else
-                    continue;
-                other.call();
-            }
+            for (int choice = 0; choice < tested.choices(); ++choice)
+                Prepared(tested, tested.plain(size, choice)).call();
         }
     }
     EXPECT_EQ(reports.text(), "");

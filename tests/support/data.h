@@ -60,7 +60,7 @@ public:
     T specialReal() {
         using Limits = std::numeric_limits<T>;
         if constexpr (std::is_integral_v<T>) {
-            const T values[] = {0, 1, -1, Limits::max(), Limits::min(), static_cast<T>(bits())};
+            const T values[] = {0, 1, static_cast<T>(-1), Limits::max(), Limits::min(), static_cast<T>(bits())};
             return values[below(6)];
         } else {
             T value = 0;

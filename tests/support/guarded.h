@@ -68,26 +68,4 @@ private:
     std::size_t bytes = 0;
 };
 
-// A typed array in a guarded buffer of its own.
-template <class T>
-class GuardedArray {
-public:
-    GuardedArray(std::size_t n, Edge edge) : buffer(n * sizeof(T)), count(n) {
-        elements = static_cast<T*>(buffer.place(n * sizeof(T), edge));
-    }
-    template <class Source>
-    GuardedArray(const Source& source, Edge edge) : GuardedArray(source.size(), edge) {
-        if (count != 0) std::memcpy(elements, source.data(), count * sizeof(T));
-    }
-    T* data() { return elements; }
-    T& operator[](std::size_t i) { return elements[i]; }
-    std::size_t size() const { return count; }
-    std::string damage() const { return buffer.damage(); }
-
-private:
-    Guarded buffer;
-    std::size_t count;
-    T* elements;
-};
-
 }   // namespace test

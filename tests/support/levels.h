@@ -7,31 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#ifndef VEK_TEST_DLL
-#include "kernels/level/levels.h"
-#endif
-
 namespace test {
 
-inline std::vector<std::string> levelNames() {
-#ifdef VEK_TEST_DLL
-    return {"auto"};
-#else
-    std::vector<std::string> names;
-    for (int i = 0; i < vek::level::levelCount; ++i)
-        if (const auto* level = vek::level::at(i)) names.push_back(level->name);
-    return names;
-#endif
-}
-
-// False when the level did not come to run.
-inline bool forceLevel(const std::string& name) {
-#ifdef VEK_TEST_DLL
-    return name == "auto";
-#else
-    return vek::level::force(name.c_str()) && name == vek::level::active();
-#endif
-}
+std::vector<std::string> levelNames();
+bool forceLevel(const std::string& name);   // false when the level did not come to run
 
 // The parameter is the level's name; it runs for the whole test, then the best one again.
 class AtLevel : public testing::TestWithParam<std::string> {

@@ -1,16 +1,15 @@
-// A call of one row with its buffers in place.
+// The tests' scenes: arrays and records between unreadable pages.
 #pragma once
 
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "cases.h"
+#include "data.h"
 #include "guarded.h"
+#include "scene.h"
 
 namespace test {
 
-// Where a buffer lies: flush against an unreadable page, or `offset` bytes beyond a cache line's start.
+// Where an array lies: flush against an unreadable page, or `bytes` beyond a cache line's start.
 struct Place {
     enum {
         front,
@@ -20,39 +19,60 @@ struct Place {
     std::size_t bytes = 0;
 };
 
-class Prepared {
+enum class Filling {
+    positive,   // [0.25, 1)
+    ordinary,   // (-1, 1)
+    mixed       // special values among them
+};
+
+struct SceneOptions {
+    std::vector<Place> places = {};   // one per argument; missing ones are Place{}
+    Filling filling = Filling::positive;
+    std::uint64_t salt = 0;
+    std::vector<std::pair<int, int>> aliases = {};   // arguments: an out, and the in that it is
+    void (*hostile)(Scene& scene) = nullptr;         // takes the place of the set-up step
+};
+
+// With canaries around all that the call may write.
+class Prepared : public Scene {
 public:
-    // Inputs hold ordinary positive values, outputs canaries. places: one per argument; missing ones are Place{}.
-    Prepared(const Row& row, int size, const std::vector<Place>& places = {});
+    Prepared(const Row& row, const Cells& plain, const SceneOptions& options = {});
+    Prepared(const Row& of, int size, const SceneOptions& options = {}) : Prepared(of, of.plain(size), options) {}
+    ~Prepared() override;
 
-    Cells cells;   // what call() passes
+    void* array(char letter, std::size_t count) override;
 
-    Cell call() const { return row.function.invoke(cells); }
-
-    // The contents of the buffers that the row writes, one after the other.
+    // The contents of what the row writes, one after the other; of records only the arrays that they were given.
     std::vector<unsigned char> outputs() const;
-    // What is wrong with the memory beside the outputs: bytes written around a buffer or in an input. Empty: nothing.
+    // Whether those, and the records, hold what they held before the call.
+    bool untouched() const;
+    // What is wrong with the memory beside the outputs: bytes written around an array or in an input. Empty: nothing.
     std::string damage() const;
-    // As outputs(), but what they held before the call.
-    const std::vector<unsigned char>& before() const { return outputsBefore; }
+
+    // An argument's array before the call, and now.
+    const std::vector<unsigned char>& initial(int argument) const;
+    std::vector<unsigned char> now(int argument) const;
 
 private:
-    // Gives the mapping back for the next call to use.
-    struct Return {
-        void operator()(Guarded* memory) const;
-    };
-    struct Buffer {
-        std::size_t argument;
-        std::size_t size;
-        std::unique_ptr<Guarded, Return> memory;
-    };
-    static std::unique_ptr<Guarded, Return> borrow(std::size_t bytes);
+    struct Block {
+        int argument;   // -1: of a set-up step
+        bool input, record;
+        std::size_t bytes;
+        std::unique_ptr<Guarded, void (*)(Guarded*)> memory;
+        std::vector<unsigned char> before;
 
-    const Row& row;
-    std::vector<Buffer> buffers;
-    std::vector<unsigned char> outputsBefore;
-    std::vector<std::vector<unsigned char>> inputsBefore;
-    std::vector<unsigned char> held(bool outputsWanted, std::size_t index) const;
+        std::vector<unsigned char> held() const { return {memory->data(), memory->data() + bytes}; }
+    };
+    std::vector<Block> blocks;
+    std::vector<int> blockOf;   // of each argument; -1: none
+    SceneOptions options;
+    Data data;
+
+    unsigned char* place(int argument, bool input, bool record, std::size_t bytes, Place place);
+    void fill(unsigned char* to, char real, std::size_t bytes);
 };
+
+// All ways in which outs may be one of the ins; the first is none.
+std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& row, const Cells& cells);
 
 }   // namespace test
