@@ -106,7 +106,8 @@ TEST_P(Memory, LargestOrders) {
         const Cell result = prepared.call();
         heap::failNone();
         const Row& reporter = tested.inner.name.empty() ? tested : row(tested.inner.name);
-        std::string wanted = reportLine(VEK_StsNoMemory, reporter.name(), reporter.group.noMemory, reporter.group.module);
+        std::string wanted =
+            reportLine(VEK_StsNoMemory, reporter.name(), reporter.group.noMemory, reporter.group.module);
         if (!tested.inner.name.empty())   // initialises once
             wanted += reportLine(VEK_StsBacktrace, tested.name(), "out " + tested.inner.name, tested.group.module);
         EXPECT_EQ(reports.text(), wanted) << order;

@@ -104,6 +104,38 @@ TEST_P(Arguments, HostileRecords) {
     }
 }
 
+// What is reported after the computation, for one element that asks for it, wherever it stands.
+TEST_P(Arguments, LateReports) {
+    for (const Check& check : tested.late) {
+        const std::string name = check.condition.substr(check.condition.rfind('(') + 1);
+        const int argument = tested.index(name.substr(0, name.size() - 1));
+        const ArgumentType type = tested.arguments[static_cast<std::size_t>(argument)].type;
+        int reported = 0;
+        for (const int n : {1, 2, 3, 5, 17, 40, 300}) {
+            for (int at = 0; at <= n; ++at) {
+                for (int choice = 0; choice < tested.choices() && at * tested.choices() < 400; ++choice) {
+                    Prepared prepared(tested, tested.plain(n, choice));
+                    auto* elements = prepared.cells[static_cast<std::size_t>(argument)].get<unsigned char*>();
+                    const bool negative = check.condition.find("Negative") != std::string::npos;
+                    const float one = negative ? -1 : 0;
+                    const double two = negative ? -1 : 0;
+                    unsigned char bytes[16] = {};
+                    std::memcpy(bytes, type.real() == 's' ? static_cast<const void*>(&one) : &two, type.realBytes());
+                    if (at < n) std::memcpy(elements + static_cast<std::size_t>(at) * type.bytes, bytes, type.bytes);
+                    VekStatus status = VEK_StsOk;
+                    const std::string wanted = tested.lateReports(prepared.cells, status);
+                    reports.clear();
+                    EXPECT_TRUE(prepared.call() == (wanted.empty() ? Cell{} : tested.expectedFailure(status)));
+                    EXPECT_EQ(reports.text(), wanted) << n << " at " << at << " choice " << choice;
+                    EXPECT_EQ(vekGetErrStatus(), status) << n << " at " << at;
+                    reported += wanted.empty() ? 0 : 1;
+                }
+            }
+        }
+        EXPECT_GT(reported, 0) << check.message;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Export, Arguments, testing::ValuesIn(rowNames([](const Row& row) {
                              return !row.checks.empty() || !row.inner.name.empty();
                          })),

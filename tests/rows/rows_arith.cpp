@@ -11,8 +11,8 @@ VEK_ROWS(arith) {
         add(arith, "in " + operand + "[n], inout dst[n], length n", "n<=0; " + operand + "==0; dst==0", functions);
     };
     const auto apart = [&](const std::string& a, const std::string& b, const Functions& functions) {
-        add(arith, "in " + a + "[n], in " + b + "[n], out dst[n], length n",
-            "n<=0; " + a + "==0; " + b + "==0; dst==0", functions);
+        add(arith, "in " + a + "[n], in " + b + "[n], out dst[n], length n", "n<=0; " + a + "==0; " + b + "==0; dst==0",
+            functions);
     };
     add(arith, "out dst[n], length n", "n<=0; dst==0", {SDCZ(bZero)});
     add(arith, "scalar val, out dst[n], length n", "n<=0; dst==0", {SDCZ(bSet)});

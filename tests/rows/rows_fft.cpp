@@ -27,7 +27,7 @@ const std::string direction = "; (flags & 1) && (flags & 2); (flags & 1)==0 && (
 
 VEK_ROWS(fft) {
     const auto complex = [](const std::string& arrays, const std::string& nulls, const Functions& functions) {
-        addBoth(transform, arrays + ", order order, flags flags=1|17|2|18|33|66|65|130|129",
+        addBoth(transform, arrays + ", order order, flags flags=1|17|2|18|33|66|65|130|129|65281",
                 order + nulls + direction +
                     "; (flags & 64) && (flags & 128); (flags & 64) && (flags & 32); (flags & 32) && (flags & 128)",
                 functions);
@@ -38,7 +38,7 @@ VEK_ROWS(fft) {
     complex("in reInSamps[2^order], in imInSamps[2^order], apart reOutSamps[2^order], apart imOutSamps[2^order]",
             "reInSamps==0; imInSamps==0; reOutSamps==0; imOutSamps==0", {CZ(rFftNip)});
 
-    // In place and to separate output, from `in` to `out` elements.
+    // (65281: flags that nobody uses.) In place and to separate output, from `in` to `out` elements.
     const auto real = [](const std::string& in, const std::string& out, const std::string& flags,
                          const std::string& packing, const Functions& inPlace, const Functions& apart) {
         addBoth(transform, "inout samps[max(" + in + ", " + out + ")], order order, flags flags=" + flags,
@@ -46,13 +46,12 @@ VEK_ROWS(fft) {
         addBoth(transform, "in inSamps[" + in + "], apart outSamps[" + out + "], order order, flags flags=" + flags,
                 order + "inSamps==0; outSamps==0" + direction + packing, apart);
     };
-    real("2^order", "2^order+2", "1|17|2|18", "", {SD(RealFft)}, {SD(RealFftNip)});
+    real("2^order", "2^order+2", "1|17|2|18|65505", "", {SD(RealFft)}, {SD(RealFftNip)});
     real("2^order", "2^order", "257|273|258|274|513|529|514|530",
          "; (flags & 256) && (flags & 512); (flags & 256)==0 && (flags & 512)==0", {SD(RealFftl)}, {SD(RealFftlNip)});
-    real("2^order+2", "2^order", "2|18|1|17", "", {SD(CcsFft)}, {SD(CcsFftNip)});
+    real("2^order+2", "2^order", "2|18|1|17|65505", "", {SD(CcsFft)}, {SD(CcsFftNip)});
     real("2^order", "2^order", "1026|1042|1025|1041|4098|4114|4097|4113",
-         "; (flags & 1024) && (flags & 4096); (flags & 1024)==0 && (flags & 4096)==0", {SD(CcsFftl)},
-         {SD(CcsFftlNip)});
+         "; (flags & 1024) && (flags & 4096); (flags & 1024)==0 && (flags & 4096)==0", {SD(CcsFftl)}, {SD(CcsFftlNip)});
 
     const auto two = [](const std::string& in, const std::string& out, const char* flags, const Functions& inPlace,
                         const Functions& apart, const std::string& inner) {

@@ -5,14 +5,14 @@ namespace test {
 
 namespace {
 
-const Group releasing{.module = "", .gate = Gate::always, .testedBy = "test_harness_alloc"};
+const Group releasing{.module = "", .gate = Gate::always, .testedBy = "test_tables"};
 
 }   // namespace
 
 VEK_ROWS(misc) {
     const Group plain{.module = "vekmisc"};
-    const Group keeping{.module = "vekmisc", .noMemory = "NULL Pointer"};
-    add(plain, "plain value=19, order order", "order<0; order>31", {VEK_NAMES(BitRev, )});
+    const Group keeping{.module = "vekmisc", .noMemory = "NULL Pointer", .testedBy = "test_tables"};
+    add(plain, "plain value=305419896|-1|19|1073741824|-2, order order", "order<0; order>31", {VEK_NAMES(BitRev, )});
     add(plain, "out tbl[2^order], order order", "tbl==0; order<0; order>31", {VEK_NAMES(CalcBitRevTbl, )});
     add(keeping, "order order", "order<0; order>31", {VEK_NAMES(GetBitRevTbl, )});
     add(keeping, "inout vec[2^order], order order", "vec==0; order<0; order>31",
@@ -24,7 +24,7 @@ VEK_ROWS(misc) {
 
 VEK_ROWS(twd) {
     const Group plain{.module = "vektwd"};
-    const Group keeping{.module = "vektwd", .noMemory = "NULL Pointer"};
+    const Group keeping{.module = "vektwd", .noMemory = "NULL Pointer", .testedBy = "test_tables"};
     add(plain, "out tbl[length], length length", "tbl==0; length<=0", {VEK_NAMES(CalcDftTwdTbl, c, z, v)});
     add(plain, "out tbl[2^order], order order", "tbl==0; order<0; order>31", {VEK_NAMES(CalcFftTwdTbl, c, z, v)});
     add(keeping, "length length", "length<=0", {VEK_NAMES(GetDftTwdTbl, c, z, v)});

@@ -17,11 +17,14 @@ VEK_ROWS(vec) {
     both("", "", negative("vec"), {SD(bSqrt1)}, {});
     both("", "", negative("src"), {}, {SD(bSqrt2)});
 
-    const std::string limit = ", scalar thresh=0.5|0|2, plain relOp=0|1|-7";
-    both(limit, "", "", {SD(bThresh1)}, {SD(bThresh2)});
-    both(limit, "thresh<0.0f", "", {VEK_NAMES(bThresh1, c)}, {VEK_NAMES(bThresh2, c)});
-    both(limit, "thresh<0.0", "", {VEK_NAMES(bThresh1, z)}, {VEK_NAMES(bThresh2, z)});
-    const std::string inverse = ", scalar thresh=0.5|0|2";
+    const auto limit = [](const char* values) {
+        return std::string(", scalar thresh=") + values + ", plain relOp=0|1|-7";
+    };
+    both(limit("0.5|0|-0|-0.5|1e-45|-1e38|INFINITY|NAN|-NAN"), "", "", {SD(bThresh1)}, {SD(bThresh2)});
+    const std::string complexLimit = limit("0.5|0|-0|2|1e-40|1e-45|1e38|INFINITY");
+    both(complexLimit, "thresh<0.0f", "", {VEK_NAMES(bThresh1, c)}, {VEK_NAMES(bThresh2, c)});
+    both(complexLimit, "thresh<0.0", "", {VEK_NAMES(bThresh1, z)}, {VEK_NAMES(bThresh2, z)});
+    const std::string inverse = ", scalar thresh=0.5|0|-0|2|1e-40|1e-45|1e38|INFINITY";
     const auto zero = [](const char* vector) {
         return "zero element and zero thresh: thresh==0 && anyZero(" + std::string(vector) + ")";
     };

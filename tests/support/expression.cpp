@@ -14,9 +14,9 @@ namespace {
 
 struct Constant {
     const char* name;
-    int value;
+    long double value;
 };
-constexpr Constant constants[] = {{"NULL", 0}};
+constexpr Constant constants[] = {{"NULL", 0}, {"INFINITY", __builtin_infl()}, {"NAN", __builtin_nanl("")}};
 
 bool isConstant(const std::string& name, long double& value) {
     for (const Constant& constant : constants)
@@ -126,8 +126,8 @@ private:
     std::string word() {
         skip();
         const std::size_t begin = at;
-        while (at < text.size() && (std::isalnum(static_cast<unsigned char>(text[at])) != 0 || text[at] == '_' ||
-                                    text[at] == '.'))
+        while (at < text.size() &&
+               (std::isalnum(static_cast<unsigned char>(text[at])) != 0 || text[at] == '_' || text[at] == '.'))
             ++at;
         return text.substr(begin, at - begin);
     }
@@ -165,7 +165,8 @@ std::vector<std::string> namesIn(const std::string& text) {
 std::vector<int> constantsIn(const std::string& text) {
     std::vector<int> found;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool begins = i == 0 || (std::isalnum(static_cast<unsigned char>(text[i - 1])) == 0 && text[i - 1] != '.');
+        const bool begins =
+            i == 0 || (std::isalnum(static_cast<unsigned char>(text[i - 1])) == 0 && text[i - 1] != '.');
         if (begins && std::isdigit(static_cast<unsigned char>(text[i])) != 0) found.push_back(std::atoi(&text[i]));
     }
     return found;

@@ -35,8 +35,8 @@ using Cells = std::vector<Cell>;
 struct ArgumentType {
     char letter = 'x';
     bool pointer = false;
-    bool constant = false;   // what it points to
-    std::size_t bytes = 0;   // of an element, or of the value itself
+    bool constant = false;          // what it points to
+    std::size_t bytes = 0;          // of an element, or of the value itself
     const void* record = nullptr;   // the same for pointers to the same kind of record
 
     bool isComplex() const { return letter == 'c' || letter == 'z' || letter == 'v' || letter == 'k'; }
@@ -77,7 +77,8 @@ constexpr ArgumentType typeOf() {
     else if constexpr (std::is_void_v<Target> || std::is_function_v<Target>)
         return {'x', true, true, 0};
     else
-        return {letterOf<Target>(), true, std::is_const_v<std::remove_pointer_t<T>>, sizeof(Target), &recordTag<Target>};
+        return {letterOf<Target>(), true, std::is_const_v<std::remove_pointer_t<T>>, sizeof(Target),
+                &recordTag<Target>};
 }
 
 // How a value travels when the caller leaves garbage in the part of its register or stack slot that it does not fill.
@@ -156,8 +157,15 @@ Function functionOf(const char* letters, const char* operation, R(VEKAPI* functi
     ArgumentType result = {'x', false, false, 0};
     if constexpr (!std::is_void_v<R>) result = typeOf<R>();
     if (result.pointer) result.bytes = sizeof(void*);
-    return {std::string("vek") + letters + operation, letters, operation, reinterpret_cast<Address>(function),
-            S::arguments(), result, S::call, S::callRoomy, S::repeat};
+    return {std::string("vek") + letters + operation,
+            letters,
+            operation,
+            reinterpret_cast<Address>(function),
+            S::arguments(),
+            result,
+            S::call,
+            S::callRoomy,
+            S::repeat};
 }
 
 }   // namespace test

@@ -19,9 +19,7 @@ std::vector<std::string> levelNames() {
         if (const auto* level = vek::level::at(i)) names.push_back(level->name);
     return names;
 }
-bool forceLevel(const std::string& name) {
-    return vek::level::force(name.c_str()) && name == vek::level::active();
-}
+bool forceLevel(const std::string& name) { return vek::level::force(name.c_str()) && name == vek::level::active(); }
 
 #endif
 

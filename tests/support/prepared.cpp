@@ -93,8 +93,8 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
                 continue;
             }
             blockOf[i] = static_cast<int>(blocks.size());
-            unsigned char* start = place(at, !argument.isWritten(), false, bytes,
-                                         i < options.places.size() ? options.places[i] : Place{});
+            unsigned char* start =
+                place(at, !argument.isWritten(), false, bytes, i < options.places.size() ? options.places[i] : Place{});
             if (argument.role == Role::factor) {
                 const int shift = 1;
                 std::memcpy(start, &shift, sizeof shift);
@@ -106,8 +106,7 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
     }
     for (std::size_t i = 0; i < row.arguments.size(); ++i)
         if (row.arguments[i].role == Role::record)
-            cells[i].set<void*>(
-                place(static_cast<int>(i), false, true, row.arguments[i].type.bytes, {Place::back, 0}));
+            cells[i].set<void*>(place(static_cast<int>(i), false, true, row.arguments[i].type.bytes, {Place::back, 0}));
     if (options.hostile != nullptr)
         options.hostile(*this);
     else

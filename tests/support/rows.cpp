@@ -76,16 +76,18 @@ bool anyElement(const Row& row, const std::string& name, const std::string& func
     const auto* bytes = cells[index].get<const unsigned char*>();
     if (bytes == nullptr) return false;
     const std::size_t n = row.elements(buffer, cells);
+    ArgumentType type = buffer.type;
+    type.pointer = false;
     for (std::size_t i = 0; i < n; ++i) {
-        const unsigned char* element = bytes + i * buffer.type.bytes;
-        const long double re = valueOf(buffer.type, element);
-        const long double im = buffer.type.isComplex() ? valueOf(buffer.type, element + buffer.type.realBytes()) : 0;
+        const unsigned char* element = bytes + i * type.bytes;
+        const long double re = valueOf(type, element);
+        const long double im = type.isComplex() ? valueOf(type, element + type.realBytes()) : 0;
         if (function == "anyNegative" ? re < 0 : re == 0 && im == 0) return true;
     }
     return false;
 }
 
-constexpr const char* roleNames[] = {"in",   "out",    "apart", "inout", "length", "order", "scalar",
+constexpr const char* roleNames[] = {"in",   "out",    "apart", "inout", "length", "order",  "scalar",
                                      "mode", "factor", "flags", "plain", "record", "pointer"};
 
 Argument parseArgument(const std::string& text, const ArgumentType& type) {
@@ -218,6 +220,16 @@ std::string Row::expectedReports(const Cells& cells, VekStatus& status) const {
     text += row(inner.name).expectedReports(passedOn(inner.first, cells), status);
     if (value(inner.both, cells) != 0) text += row(inner.name).expectedReports(passedOn(inner.second, cells), status);
     if (status < 0) text += reportLine(VEK_StsBacktrace, name(), "out " + inner.name, group.module);
+    return text;
+}
+
+std::string Row::lateReports(const Cells& cells, VekStatus& status) const {
+    std::string text;
+    for (const Check& check : late) {
+        if (value(check.condition, cells) == 0) continue;
+        text += reportLine(VEK_StsBadArg, name(), check.message, group.module);
+        status = VEK_StsBadArg;
+    }
     return text;
 }
 

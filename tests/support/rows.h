@@ -20,8 +20,9 @@
 // Sizes and values are expressions of support/expression.h over the arguments.
 //
 // Checks, in order, with semicolons between: the message, which is the condition itself, or else stands before it with
-// a colon: "n<=0; Null buffer pointer: taps==0 || state==0". After a plus sign a check that holds does not keep the next
-// ones from being reported too; after an equals sign stands no check, but a condition on which the call ends here and well.
+// a colon: "n<=0; Null buffer pointer: taps==0 || state==0". After a plus sign a check that holds does not keep the
+// next ones from being reported too; after an equals sign stands no check, but a condition on which the call ends here
+// and well.
 #pragma once
 
 #include <optional>
@@ -57,7 +58,9 @@ struct Argument {
     ArgumentType type;
 
     bool isBuffer() const { return role <= Role::inout || role == Role::factor; }
-    bool isWritten() const { return role == Role::out || role == Role::apart || role == Role::inout || role == Role::factor; }
+    bool isWritten() const {
+        return role == Role::out || role == Role::apart || role == Role::inout || role == Role::factor;
+    }
     bool isRead() const { return role == Role::in || role == Role::inout || role == Role::factor; }
 };
 
@@ -91,7 +94,7 @@ struct Group {
     std::string noMemory = {};    // the message when its tables cannot be built; empty: it asks for no memory
     bool retriesMemory = false;   // one failed request is made good
     std::string late = {};        // checks that are reported after the computation
-    void (*setUp)(Scene& scene) = nullptr;    // makes records ready
+    void (*setUp)(Scene& scene) = nullptr;      // makes records ready
     void (*tearDown)(Scene& scene) = nullptr;   // releases what they own
     std::vector<Hostile> hostile = {};
     std::string testedBy = {};   // where the results are tested, if not by an oracle
@@ -125,6 +128,8 @@ struct Row {
 
     // What a call reports, as reportLine() lines, and the status that it leaves.
     std::string expectedReports(const Cells& cells, VekStatus& status) const;
+    // The same of a call that computes, from what its arrays hold before.
+    std::string lateReports(const Cells& cells, VekStatus& status) const;
     // Whether a call that is rejected has computed something before: the first half of a two-signal member.
     bool computesBeforeFailing(const Cells& cells) const;
     // What it returns after having reported, or at a negative status.
@@ -166,8 +171,8 @@ void add(const Group& group, const std::string& arguments, const std::string& ch
 struct RegisterRows {
     RegisterRows(const char* family, void (*addRows)());
 };
-#define VEK_ROWS(family)                                              \
-    static void rowsOf_##family();                                    \
+#define VEK_ROWS(family)                                                   \
+    static void rowsOf_##family();                                         \
     static const RegisterRows register_##family(#family, rowsOf_##family); \
     static void rowsOf_##family()
 
@@ -187,8 +192,8 @@ struct RegisterField {
 
 // VEK_NAMES(bAdd3, s, d) is veksbAdd3 and vekdbAdd3; without letters, VEK_NAMES(BitRev, ), it is vekBitRev.
 #define VEK_NAMES(operation, ...) VEK_MANY(VEK_NEXT_NAME(operation, __VA_ARGS__))
-#define VEK_NEXT_NAME(operation, letters, ...)                        \
-    test::functionOf(#letters, #operation, vek##letters##operation)   \
+#define VEK_NEXT_NAME(operation, letters, ...)                      \
+    test::functionOf(#letters, #operation, vek##letters##operation) \
         __VA_OPT__(, VEK_NAME_AGAIN VEK_PARENTHESES(operation, __VA_ARGS__))
 #define VEK_NAME_AGAIN() VEK_NEXT_NAME
 #define VEK_PARENTHESES ()
