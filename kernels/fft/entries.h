@@ -12,6 +12,8 @@
 // Between passes data lie in blocks of W real parts and W imaginary parts, W being the vector width: no shuffles but
 // in the first pass (from pairs) and in the last (to pairs). The inverse transform exchanges real and imaginary parts
 // on the way in and on the way out.
+#pragma once
+
 #include "kernels/fft.h"
 
 #include "kernels/simd.h"
@@ -1044,8 +1046,5 @@ constexpr kernels::FftOf<T> entries = {tableLength<T>, fillTable<T>, scratchLeng
                                        splitLength<T>, fillSplit<T>, realForward<T>,   realInverse<T>};
 
 }   // namespace
-
-extern const kernels::FftTable fft;
-const kernels::FftTable fft = {entries<float>, entries<double>};
 
 }   // namespace vek::VEK_LEVEL
