@@ -1,5 +1,7 @@
 // Kernel levels: what is detected from a processor's answers, that the forced level runs, and that the table of cases
 // reaches every entry of the kernel tables.
+#include <map>
+
 #include <gtest/gtest.h>
 
 #ifndef VEK_TEST_DLL   // levels are no exports
@@ -10,6 +12,13 @@
 #include "support/levels.h"
 #include "support/prepared.h"
 #include "support/reports.h"
+
+// tests/simd_lanes.cpp, which is compiled for each level.
+#define VEK_SIMD(level)      \
+    namespace vek::level {   \
+    const char* simdFault(); \
+    }
+VEK_BUILT_LEVELS(VEK_SIMD)
 
 namespace {
 
@@ -142,6 +151,12 @@ TEST_P(ForcedLevel, BringsItsOwnTables) {
 #define VEK_OWN(object, Table) EXPECT_EQ(now.object == level->object, own) << level->name << " " #object;
         VEK_FAMILIES(VEK_OWN)
     }
+}
+
+TEST_P(ForcedLevel, ComputesInVectorsAsInScalars) {
+#define VEK_FAULT(level) {#level, vek::level::simdFault},
+    const std::map<std::string, const char* (*)()> faults = {VEK_BUILT_LEVELS(VEK_FAULT)};
+    EXPECT_EQ(faults.at(GetParam())(), nullptr);
 }
 
 #if defined(__x86_64__) && !defined(_WIN32)
