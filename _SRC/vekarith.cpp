@@ -3,6 +3,7 @@
 
 #include "core/call.h"
 #include "core/elements.h"
+#include "kernels/arith.h"
 #include "kernels/level/levels.h"
 
 namespace {
@@ -19,7 +20,7 @@ constexpr const char* module = "vekarith";
 // The active level's kernels for elements of type T.
 template <class T>
 const auto& kernels() {
-    return vek::halfOf<Real<T>>(vek::kernelsNow().arith);
+    return vek::oneOf<vek::kernels::ArithOf<Real<T>>>(vek::kernelsNow().arith);
 }
 
 // ---- Filling and copying ------------------------------------------------------------------------

@@ -12,7 +12,10 @@
 #include "core/call.h"
 #include "core/elements.h"
 #include "core/roots.h"
+#include "kernels/arith.h"
+#include "kernels/fft.h"
 #include "kernels/level/levels.h"
+#include "kernels/misc.h"
 
 namespace vek::fft {
 
@@ -27,7 +30,7 @@ inline constexpr int forwInverse = VEK_Forw | VEK_Inv;
 
 template <class T>
 const kernels::FftOf<T>& kernelsOf() {
-    return halfOf<T>(kernelsNow().fft);
+    return oneOf<kernels::FftOf<T>>(kernelsNow().fft_s, kernelsNow().fft_d);
 }
 template <class T, class Cache>
 auto& cacheOf(Cache& all) {
@@ -449,7 +452,8 @@ void product(const char* name, const T* srcA, const char* nullA, const T* srcB, 
     const std::size_t bins = layout == Layout::rcPack ? 1 : 2;
     dst[0] = srcA[0] * srcB[0];
     if (order >= 1) dst[last] = srcA[last] * srcB[last];
-    if (order >= 2) halfOf<T>(kernelsNow().arith).complexMpy3(srcA + bins, srcB + bins, dst + bins, n / 2 - 1);
+    if (order >= 2)
+        oneOf<kernels::ArithOf<T>>(kernelsNow().arith).complexMpy3(srcA + bins, srcB + bins, dst + bins, n / 2 - 1);
 }
 
 template <class T>

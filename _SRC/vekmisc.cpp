@@ -3,6 +3,7 @@
 
 #include "core/call.h"
 #include "kernels/level/levels.h"
+#include "kernels/misc.h"
 
 namespace {
 

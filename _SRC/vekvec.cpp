@@ -4,6 +4,7 @@
 #include "core/call.h"
 #include "core/elements.h"
 #include "kernels/level/levels.h"
+#include "kernels/vec.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ constexpr const char* module = "vekvec";
 // The active level's kernels for elements of type T.
 template <class T>
 const auto& kernels() {
-    return vek::halfOf<Real<T>>(vek::kernelsNow().vec);
+    return vek::oneOf<vek::kernels::VecOf<Real<T>>>(vek::kernelsNow().vec);
 }
 
 // Members 1 work in place, members 2 from src to dst; they differ in the names that their reports give the

@@ -221,6 +221,6 @@ constexpr kernels::ArithOf<T> entries = {set<T>,         copy<T>,  add1<T>,     
 }   // namespace
 
 extern const kernels::ArithTable arith;
-const kernels::ArithTable arith = {entries<float>, entries<double>};
+const kernels::ArithTable arith = {{entries<float>, entries<double>}};
 
 }   // namespace vek::VEK_LEVEL

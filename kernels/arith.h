@@ -3,6 +3,8 @@
 
 #include <stddef.h>
 
+#include "tables.h"
+
 namespace vek::kernels {
 
 // T is float or double. `n` counts reals; complex vectors whose parts are treated alike come as 2 n of them.
@@ -24,9 +26,6 @@ struct ArithOf {
     void (*conjFlip2)(const T* src, T* dst, size_t count);   // dst must not overlap src
 };
 
-struct ArithTable {
-    ArithOf<float> f;
-    ArithOf<double> d;
-};
+struct ArithTable : Tables<ArithOf<float>, ArithOf<double>> {};
 
 }   // namespace vek::kernels

@@ -71,6 +71,14 @@ VEK_INLINE bool any(M held) {
 #endif
     }
 }
+// Whether it held in all of them.
+template <int W, class M>
+VEK_INLINE bool all(M held) {
+    if constexpr (W == 1)
+        return held != 0;
+    else
+        return !any<W>(~held);
+}
 
 // Whether a < b in any lane. The overloads keep comparisons in mask registers, where the compiler would make vectors of
 // them for any() to turn back.
@@ -123,6 +131,24 @@ VEK_INLINE V held(V value) {
     if constexpr (sizeof(V) >= 16) __asm__("" : "+v"(value));
 #endif
     return value;
+}
+
+// W / 2 reals, each twice: beside pairs, of which each takes one real.
+template <class V, class Half, int... I>
+VEK_INLINE V twice(Half half, Ints<I...>) {
+    return __builtin_shufflevector(half, half, (I / 2)...);
+}
+template <int W, class T>
+VEK_INLINE Vec<T, W> loadTwice(const T* from) {
+    using V = Vec<T, W>;
+    if constexpr (W <= 2) return splat<W>(*from);
+#if defined(__SSE2__)
+    else if constexpr (sizeof(V) == 16)
+        return twice<V>(bitsAs<V>(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from))),
+                        typename MakeInts<W>::type{});
+#endif
+    else
+        return twice<V>(load<W / 2>(from), typename MakeInts<W>::type{});
 }
 
 // What a loop waits for, which decides how it is unrolled.
@@ -185,14 +211,14 @@ VEK_INLINE void few(size_t n, Compute compute, Put put) {
 // They begin with one that is not aligned and go on where stores are aligned to the vector: a store that straddles
 // cache lines costs as much as two. Eight steps at a time make the speed independent of where the loop comes to lie in
 // memory; beyond the first-level cache the processor fetches ahead better for one at a time.
-template <class T, class Step, class Compute, class Put>
-VEK_LONG_RUN void many(const T* dst, size_t n, Compute compute, Put put) {
+template <class T, class Step, class D, class Compute, class Put>
+VEK_LONG_RUN void many(const D* dst, size_t n, Compute compute, Put put) {
     constexpr int w = lanes<T>;
     constexpr size_t step = Step::elements(w);
     constexpr size_t unrolled = 8;
-    constexpr size_t elementBytes = Step::reals * sizeof(T);
-    const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(T));
-    size_t i = misaligned % elementBytes == 0 ? (w * sizeof(T) - misaligned) / elementBytes : step;
+    constexpr size_t elementBytes = Step::reals * sizeof(D);
+    const size_t misaligned = reinterpret_cast<uintptr_t>(dst) % (w * sizeof(D));
+    size_t i = misaligned % elementBytes == 0 ? (w * sizeof(D) - misaligned) / elementBytes : step;
     const auto last = compute(Int<w>{}, n - step);
     const auto first = compute(Int<w>{}, 0);
     const auto second = compute(Int<w>{}, i);
@@ -212,8 +238,11 @@ VEK_LONG_RUN void many(const T* dst, size_t n, Compute compute, Put put) {
 //
 // The last step ends at element n and may overlap the one before it. So that dst may equal a source, results of steps
 // that overlap are all computed before one of them is stored.
-template <class T, class Step, class Compute, class Put>
-VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
+//
+// T is the widest type of the step: its lanes are the step's width. Results may be of another type, D: a step that
+// reads int16 and writes int32 goes by the lanes of int32, and so does one that reads int32 and writes int16.
+template <class T, class Step, class D, class Compute, class Put>
+VEK_INLINE void forAll(const D* dst, size_t n, Compute compute, Put put) {
     constexpr int w = lanes<T>;
     constexpr size_t step = Step::elements(w);
     if constexpr (w == 1) {
@@ -241,6 +270,72 @@ VEK_INLINE void forAll(const T* dst, size_t n, Compute compute, Put put) {
 template <Bound B = Bound::byMemory, class T, class Compute>
 VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
     forAll<T, RealStep<B>>(dst, n, compute, [=](size_t i, auto value) VEK_INLINE_LAMBDA { store(dst + i, value); });
+}
+
+// ---- Reductions -----------------------------------------------------------------------------------------------------
+
+// Several chains, so that each addition need not wait for the one before it.
+#if defined(__i386__)
+inline constexpr int chains = 2;
+#else
+inline constexpr int chains = 4;
+#endif
+
+// All lanes of a vector joined by `join`, which takes two vectors: halves first, in an order that only the width sets.
+template <class T, int W, int Apart, class Join, int... I>
+VEK_INLINE T joinLanes(Vec<T, W> v, Join join, Ints<I...> indices) {
+    if constexpr (W == 1) {
+        return v;
+    } else {
+        const Vec<T, W> joined = join(v, Vec<T, W>(__builtin_shufflevector(v, v, (I + Apart) % W...)));
+        if constexpr (Apart == 1)
+            return joined[0];
+        else
+            return joinLanes<T, W, Apart / 2>(joined, join, indices);
+    }
+}
+template <class T, int W, class Join>
+VEK_INLINE T joinLanes(Vec<T, W> v, Join join) {
+    return joinLanes<T, W, W / 2>(v, join, typename MakeInts<W>::type{});
+}
+
+template <class T, int W, class Step, class Start, class Include, class Join, class Fold>
+VEK_INLINE auto reduceAt(size_t i, size_t n, Start start, Include include, Join join, Fold fold) {
+    constexpr size_t step = Step::elements(W);
+    auto first = start(Int<W>{});
+    if constexpr (W == lanes<T>) {
+        decltype(first) chain[chains];
+        unroll<chains>([&](auto k) VEK_INLINE_LAMBDA { chain[k] = first; });
+        for (; n - i >= chains * step; i += chains * step)
+            unroll<chains>([&](auto k) VEK_INLINE_LAMBDA { chain[k] = include(Int<W>{}, i + k * step, chain[k]); });
+        first = chain[0];
+        unroll<chains - 1>([&](auto k) VEK_INLINE_LAMBDA { first = join(first, chain[k + 1]); });
+    }
+    for (; n - i >= step; i += step) first = include(Int<W>{}, i, first);
+    const auto result = fold(Int<W>{}, first);
+    if constexpr (step == 1)
+        return result;
+    else
+        return join(result, reduceAt<T, narrower<T, W>, Step>(i, n, start, include, join, fold));
+}
+
+// One result of n elements, in an order of operations that only n and the level set, wherever the data lie.
+//
+// start(Int<W>) is what an accumulator at a width of W lanes of T begins as; include(Int<W>, i, accumulator) the
+// accumulator with the step that begins at element i; join(a, b) two accumulators, or results, in one; fold(Int<W>,
+// accumulator) its lanes as one result. T is the widest type of the step.
+template <class T, class Step, class Start, class Include, class Join, class Fold>
+VEK_INLINE auto reduce(size_t n, Start start, Include include, Join join, Fold fold) {
+    return reduceAt<T, lanes<T>, Step>(0, n, start, include, join, fold);
+}
+
+// The sum over vectors of T: include(Int<W>, i, sum) is the sum with the W values from i on.
+template <class T, class Include>
+VEK_INLINE T sumOf(size_t n, Include include) {
+    const auto join = [](auto a, auto b) VEK_INLINE_LAMBDA { return a + b; };
+    return reduce<T, RealStep<Bound::byMemory>>(
+        n, [](auto w) VEK_INLINE_LAMBDA { return Vec<T, w>{}; }, include, join,
+        [=](auto w, auto sum) VEK_INLINE_LAMBDA { return joinLanes<T, w>(sum, join); });
 }
 
 }   // namespace

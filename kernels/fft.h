@@ -4,6 +4,8 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include "tables.h"
+
 namespace vek::kernels {
 
 // exp(-2 pi i k / n), 0 <= k < n.
@@ -42,9 +44,7 @@ struct FftOf {
                         const T* split, T* scratch);
 };
 
-struct FftTable {
-    FftOf<float> f;
-    FftOf<double> d;
-};
+struct FftFloats : Tables<FftOf<float>> {};
+struct FftDoubles : Tables<FftOf<double>> {};
 
 }   // namespace vek::kernels

@@ -2,9 +2,10 @@
 //
 // Source: A. H. Karp, "Bit reversal on uniprocessors", SIAM Review 38 (1996), the methods with blocks; here the tile is
 // turned in registers, one bit of the row's number after the other changing places with one of the column's.
-#include "kernels/misc.h"
+#include "misc.h"
 
-#include "kernels/simd.h"
+#include "common/tiles.h"
+#include "simd.h"
 
 namespace vek::VEK_LEVEL {
 namespace {
@@ -130,14 +131,14 @@ void permute2(const unsigned char* x, unsigned char* y, size_t stride, const int
 constexpr int32_t noSwaps[2] = {0, 0};
 
 constexpr size_t strideOf(int order, int bytes) {
-    return (size_t{1} << (order - kernels::tileBits(order))) * static_cast<size_t>(bytes);
+    return (size_t{1} << (order - tileBits(order))) * static_cast<size_t>(bytes);
 }
 
 template <int Bytes>
 void bitRev1(void* vec, int order, const int32_t* swaps) {
     auto* x = static_cast<unsigned char*>(vec);
     const size_t stride = strideOf(order, Bytes);
-    switch (kernels::tileBits(order)) {
+    switch (tileBits(order)) {
         case 1: return permute1<Bytes, 2>(x, stride, order == 2 ? noSwaps : swaps);
         case 2: return permute1<Bytes, 4>(x, stride, swaps);
         case 3: return permute1<Bytes, 8>(x, stride, swaps);
@@ -149,7 +150,7 @@ void bitRev2(const void* src, void* dst, int order, const int32_t* swaps) {
     const auto* x = static_cast<const unsigned char*>(src);
     auto* y = static_cast<unsigned char*>(dst);
     const size_t stride = strideOf(order, Bytes);
-    switch (kernels::tileBits(order)) {
+    switch (tileBits(order)) {
         case 0: __builtin_memcpy(y, x, static_cast<size_t>(Bytes) << order); return;
         case 1: return permute2<Bytes, 2>(x, y, stride, order == 2 ? noSwaps : swaps);
         case 2: return permute2<Bytes, 4>(x, y, stride, swaps);

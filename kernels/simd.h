@@ -72,6 +72,17 @@ VEK_INLINE Vec<T, W> load(const T* from) {
 
 template <class V, class T>
 VEK_INLINE void store(T* to, V value) {
+    if constexpr (requires { value[0]; }) {
+        __builtin_memcpy(to, &value, sizeof value);
+    } else {
+        const T lane = static_cast<T>(value);   // int, where one lane of int16 was computed
+        __builtin_memcpy(to, &lane, sizeof lane);
+    }
+}
+
+// To bytes: all of the value.
+template <class V>
+VEK_INLINE void store(unsigned char* to, V value) {
     __builtin_memcpy(to, &value, sizeof value);
 }
 

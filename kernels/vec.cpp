@@ -461,6 +461,6 @@ constexpr kernels::VecOf<T> entries = {sqr2<T>,
 }   // namespace
 
 extern const kernels::VecTable vec;
-const kernels::VecTable vec = {entries<float>, entries<double>};
+const kernels::VecTable vec = {{entries<float>, entries<double>}};
 
 }   // namespace vek::VEK_LEVEL

@@ -3,6 +3,8 @@
 
 #include <stddef.h>
 
+#include "tables.h"
+
 namespace vek::kernels {
 
 // What loops that cannot fail return to exports that return a status: VEK_StsOk, so that a call is handed on as it is.
@@ -25,9 +27,6 @@ struct VecOf {
     bool (*complexInvThresh2)(const T* src, T* dst, size_t count, T thresh);
 };
 
-struct VecTable {
-    VecOf<float> f;
-    VecOf<double> d;
-};
+struct VecTable : Tables<VecOf<float>, VecOf<double>> {};
 
 }   // namespace vek::kernels

@@ -1,14 +1,24 @@
 // Kernel levels: what is detected from a processor's answers, that the forced level runs, and that the table of cases
 // reaches every entry of the kernel tables.
+#include <map>
+
 #include <gtest/gtest.h>
 
 #ifndef VEK_TEST_DLL   // levels are no exports
 
+#include "kernel_tables.h"
 #include "kernels/level/cpu.h"
 #include "kernels/level/levels.h"
 #include "support/levels.h"
 #include "support/prepared.h"
 #include "support/reports.h"
+
+// tests/simd_lanes.cpp, which is compiled for each level.
+#define VEK_SIMD(level)      \
+    namespace vek::level {   \
+    const char* simdFault(); \
+    }
+VEK_BUILT_LEVELS(VEK_SIMD)
 
 namespace {
 
@@ -138,18 +148,22 @@ TEST_P(ForcedLevel, BringsItsOwnTables) {
         const auto* level = vek::level::at(i);
         if (level == nullptr) continue;
         const bool own = level->name == GetParam();
-        EXPECT_EQ(now.arith == level->arith, own) << level->name;
-        EXPECT_EQ(now.vec == level->vec, own) << level->name;
-        EXPECT_EQ(now.misc == level->misc, own) << level->name;
-        EXPECT_EQ(now.fft == level->fft, own) << level->name;
+#define VEK_OWN(object, Table) EXPECT_EQ(now.object == level->object, own) << level->name << " " #object;
+        VEK_FAMILIES(VEK_OWN)
     }
+}
+
+TEST_P(ForcedLevel, ComputesInVectorsAsInScalars) {
+#define VEK_FAULT(level) {#level, vek::level::simdFault},
+    const std::map<std::string, const char* (*)()> faults = {VEK_BUILT_LEVELS(VEK_FAULT)};
+    EXPECT_EQ(faults.at(GetParam())(), nullptr);
 }
 
 #if defined(__x86_64__) && !defined(_WIN32)
 
-// ---- Every entry is reached
-// ------------------------------------------------------------------------------------------ The active tables are
-// replaced by copies whose entries count and go on to the level's own.
+// ---- Every entry is reached ----------------------------------------------------------------------------------------
+
+// The active tables are replaced by copies whose entries count and go on to the level's own.
 
 constexpr int hopCapacity = 512;
 
@@ -172,23 +186,22 @@ void hopsInto(void** hops, std::integer_sequence<int, K...>) {
 }
 
 struct HopTables {
-    vek::kernels::ArithTable arith;
-    vek::kernels::VecTable vec;
-    vek::kernels::MiscTable misc;
-    vek::kernels::FftTable fft;
+#define VEK_TABLE(object, Table) vek::kernels::Table object;
+    VEK_FAMILIES(VEK_TABLE)
 };
 constexpr std::size_t entries = sizeof(HopTables) / sizeof(void*);
 static_assert(entries <= hopCapacity);
 
 TEST_P(ForcedLevel, CasesReachEveryKernel) {
-    HopTables tables = {*vek::kernelsNow().arith, *vek::kernelsNow().vec, *vek::kernelsNow().misc,
-                        *vek::kernelsNow().fft};
+#define VEK_COPY(object, Table) *vek::kernelsNow().object,
+    HopTables tables = {VEK_FAMILIES(VEK_COPY)};
     void* hops[hopCapacity];
     hopsInto(hops, std::make_integer_sequence<int, hopCapacity>{});
     std::memcpy(testHopTarget, &tables, sizeof tables);
     std::memcpy(static_cast<void*>(&tables), hops, sizeof tables);
     std::memset(testHopCount, 0, sizeof testHopCount);
-    vek::level::current = {GetParam().c_str(), &tables.arith, &tables.vec, &tables.misc, &tables.fft};
+#define VEK_ADDRESS(object, Table) , &tables.object
+    vek::level::current = {GetParam().c_str() VEK_FAMILIES(VEK_ADDRESS)};
 
     Reports reports;
     for (const Row& tested : rows()) {
@@ -203,19 +216,12 @@ TEST_P(ForcedLevel, CasesReachEveryKernel) {
     vekcFreeTwdTbls();
     vekzFreeTwdTbls();
 
-    // Entries by table, as words from its start: a number here leads to the member of its header.
-    const struct {
-        const char* table;
-        std::size_t first, last;
-    } ranges[] = {
-        {"arith", offsetof(HopTables, arith), offsetof(HopTables, vec)},
-        {"vec", offsetof(HopTables, vec), offsetof(HopTables, misc)},
-        {"misc", offsetof(HopTables, misc), offsetof(HopTables, fft)},
-        {"fft", offsetof(HopTables, fft), sizeof(HopTables)},
-    };
-    for (const auto& range : ranges)
-        for (std::size_t i = range.first / sizeof(void*); i < range.last / sizeof(void*); ++i)
-            EXPECT_GT(testHopCount[i], 0u) << range.table << " entry " << i - range.first / sizeof(void*);
+    // Entries by table: a number here leads to the member of its header.
+    const std::uint32_t* count = testHopCount;
+#define VEK_REACHED(object, Table)                                          \
+    for (std::size_t i = 0; i < sizeof(tables.object) / sizeof(void*); ++i) \
+        EXPECT_GT(*count++, 0u) << #object " entry " << i;
+    VEK_FAMILIES(VEK_REACHED)
 }
 
 #endif

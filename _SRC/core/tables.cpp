@@ -1,6 +1,6 @@
 #include "tables.h"
 
-#include "kernels/misc.h"
+#include "common/tiles.h"
 #include "roots.h"
 
 namespace vek::core {
@@ -107,14 +107,12 @@ private:
     std::uint32_t value = 0;
 };
 
-int middleBits(int order) { return order - 2 * kernels::tileBits(order); }
+int middleBits(int order) { return order - 2 * tileBits(order); }
 
-// As the kernels of the permutations read it.
+// As common/tiles.h lays it out.
 void fillSwapList(std::int32_t* list, int order) {
     const std::uint32_t tiles = std::uint32_t{1} << middleBits(order);
-    const auto start = [order](std::uint32_t tile) {
-        return static_cast<std::int32_t>(tile << kernels::tileBits(order));
-    };
+    const auto start = [order](std::uint32_t tile) { return static_cast<std::int32_t>(tile << tileBits(order)); };
     std::uint32_t pairEnd = 0;
     std::uint32_t selfStart = tiles;
     ReversedCounter counter(tiles);

@@ -6,26 +6,24 @@
 
 namespace vek {
 
-// One table per family and level, each defined in kernels/<family>.cpp.
-#define VEK_DECLARE_LEVEL(level)            \
-    namespace level {                       \
-    extern const kernels::ArithTable arith; \
-    extern const kernels::VecTable vec;     \
-    extern const kernels::MiscTable misc;   \
-    extern const kernels::FftTable fft;     \
+// <level>::tables lists the tables that kernels/*.cpp define as vek::<level>::<object>.
+#define VEK_DECLARE(object, Table) extern const kernels::Table object;
+#define VEK_ADDRESS(object, Table) , &object
+#define VEK_LEVEL_TABLES(name)                                                  \
+    namespace name {                                                            \
+    VEK_FAMILIES(VEK_DECLARE)                                                   \
+    static constexpr level::Kernels tables = {#name VEK_FAMILIES(VEK_ADDRESS)}; \
     }
-#define VEK_LEVEL_TABLES(level) \
-    { #level, &level::arith, &level::vec, &level::misc, &level::fft }
 
-VEK_DECLARE_LEVEL(portable)
+VEK_LEVEL_TABLES(portable)
 #if VEK_HAVE_SSE2
-VEK_DECLARE_LEVEL(sse2)
+VEK_LEVEL_TABLES(sse2)
 #endif
 #if VEK_HAVE_AVX2
-VEK_DECLARE_LEVEL(avx2)
+VEK_LEVEL_TABLES(avx2)
 #endif
 #if VEK_HAVE_AVX512
-VEK_DECLARE_LEVEL(avx512)
+VEK_LEVEL_TABLES(avx512)
 #endif
 
 namespace level {
@@ -33,19 +31,19 @@ namespace level {
 namespace {
 
 constexpr Kernels levels[levelCount] = {
-    VEK_LEVEL_TABLES(portable),
+    portable::tables,
 #if VEK_HAVE_SSE2
-    VEK_LEVEL_TABLES(sse2),
+    sse2::tables,
 #else
     {},
 #endif
 #if VEK_HAVE_AVX2
-    VEK_LEVEL_TABLES(avx2),
+    avx2::tables,
 #else
     {},
 #endif
 #if VEK_HAVE_AVX512
-    VEK_LEVEL_TABLES(avx512),
+    avx512::tables,
 #else
     {},
 #endif
@@ -53,7 +51,7 @@ constexpr Kernels levels[levelCount] = {
 
 }   // namespace
 
-constinit Kernels current = VEK_LEVEL_TABLES(portable);
+constinit Kernels current = portable::tables;
 
 const Kernels* at(int index) {
     if (index < 0 || index >= levelCount || levels[index].name == nullptr) return nullptr;

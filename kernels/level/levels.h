@@ -1,19 +1,23 @@
-// The table of tables: which kernels run.
+// The table of tables: which kernels run. Those who use a family's include its own interface beside this.
 #pragma once
 
-#include "kernels/arith.h"
-#include "kernels/fft.h"
-#include "kernels/misc.h"
-#include "kernels/vec.h"
+#include "kernels/families.h"
+
+namespace vek::kernels {
+
+#define VEK_DECLARE(object, Table) struct Table;
+VEK_FAMILIES(VEK_DECLARE)
+#undef VEK_DECLARE
+
+}   // namespace vek::kernels
 
 namespace vek::level {
 
 struct Kernels {
     const char* name;
-    const kernels::ArithTable* arith;
-    const kernels::VecTable* vec;
-    const kernels::MiscTable* misc;
-    const kernels::FftTable* fft;
+#define VEK_MEMBER(object, Table) const kernels::Table* object;
+    VEK_FAMILIES(VEK_MEMBER)
+#undef VEK_MEMBER
 };
 
 extern Kernels current;   // portable until the library is loaded; set once, from the processor alone
@@ -31,13 +35,14 @@ namespace vek {
 
 inline const level::Kernels& kernelsNow() { return level::current; }
 
-// Of a family's kernels those for float, or those for double.
-template <class Real, class Table>
-inline const auto& halfOf(const Table* table) {
-    if constexpr (sizeof(Real) == sizeof(float))
-        return table->f;
+// oneOf<kernels::ArithOf<float>>(kernelsNow().arith): of a family's tables the member of exactly this type. Where none
+// has it, this does not compile.
+template <class Of, class Table, class... Others>
+inline const Of& oneOf(const Table* table, [[maybe_unused]] const Others*... others) {
+    if constexpr (__is_base_of(Of, Table))
+        return *table;
     else
-        return table->d;
+        return oneOf<Of>(others...);
 }
 
 }   // namespace vek
