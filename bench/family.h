@@ -21,9 +21,9 @@ inline double elements(const Problem& problem) { return static_cast<double>(prob
 
 struct Family {
     const char* name;
-    std::vector<const char*> modules;                                            // whose rows they are
+    std::vector<const char*> modules;                                                 // whose rows they are
     bool (*measured)(const test::Row& row) = [](const test::Row&) { return true; };   // --all adds the others
-    std::vector<int> sizes, quickSizes;                                          // lengths or orders; with --quick
+    std::vector<int> sizes, quickSizes;                                               // lengths or orders; with --quick
     std::vector<Variant> (*variants)(const test::Row& row) = [](const test::Row&) { return std::vector<Variant>(1); };
 
     // Corrects random data, where some would make the race unfair.
@@ -41,7 +41,7 @@ struct Family {
 
     double (*goal)(int size) = [](int) { return 0.0; };   // the ratio to reach, 0 for none,
     const char* against = "";                             // and whose: the best peer's, or that peer's
-    bool shortCalls = false;   // calls on 8 elements are compared with bare loops
+    bool shortCalls = false;                              // calls on 8 elements are compared with bare loops
 
     std::vector<const char*> dllRows = {};   // for the race of the DLL
     std::vector<int> dllSizes = {};

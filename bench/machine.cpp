@@ -52,11 +52,11 @@ struct Machine {
     int bytes;   // of a vector
     Run floats, doubles, loads;
 };
-#define MACHINE(bytes, target)                                                             \
-    {                                                                                      \
-        bytes, [](std::size_t turns) target { runMultiplyAdds<float, bytes>(turns); },     \
-            [](std::size_t turns) target { runMultiplyAdds<double, bytes>(turns); },       \
-            [](std::size_t turns) target { runLoads<bytes>(turns); }                       \
+#define MACHINE(bytes, target)                                                         \
+    {                                                                                  \
+        bytes, [](std::size_t turns) target { runMultiplyAdds<float, bytes>(turns); }, \
+            [](std::size_t turns) target { runMultiplyAdds<double, bytes>(turns); },   \
+            [](std::size_t turns) target { runLoads<bytes>(turns); }                   \
     }
 
 const Machine& machineOf(const std::string& level) {

@@ -32,9 +32,10 @@ void addPeer(const char* name, const std::string& of, R (*function)(A...)) {
     peers().insert({of, {name, test::functionOf("", "", function), nullptr}});
 }
 
-// A plan may overwrite the problem's arrays. The compiler must not see that the next call writes the same results again.
+// A plan may overwrite the problem's arrays. The compiler must not see that the next call writes the same results
+// again.
 template <class Plan>
-    requires std::is_invocable_v<Plan, const Problem&>
+requires std::is_invocable_v<Plan, const Problem&>
 void addPeer(const char* name, const std::string& of, Plan plan) {
     peers().insert({of, {name, {}, [plan](const Problem& problem) {
                              return Loop([call = plan(problem)](std::size_t times) {

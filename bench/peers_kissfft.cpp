@@ -17,18 +17,18 @@ auto owned(Plan plan) {
 // Debian builds it for float.
 const RegisterPeers kissFft([] {
     addPeer("KissFFT", "vekcFftNip", [](const Problem& problem) {
-        return [plan = owned(kiss_fft_alloc(1 << problem.size, 0, nullptr, nullptr)),
-                in = problem.source<kiss_fft_cpx>(),
-                out = problem.target<kiss_fft_cpx>()] { kiss_fft(plan.get(), in, out); };
+        return
+            [plan = owned(kiss_fft_alloc(1 << problem.size, 0, nullptr, nullptr)), in = problem.source<kiss_fft_cpx>(),
+             out = problem.target<kiss_fft_cpx>()] { kiss_fft(plan.get(), in, out); };
     });
     addPeer("KissFFT", "veksRealFftNip", [](const Problem& problem) {
         return [plan = owned(kiss_fftr_alloc(1 << problem.size, 0, nullptr, nullptr)), in = problem.source<float>(),
                 out = problem.target<kiss_fft_cpx>()] { kiss_fftr(plan.get(), in, out); };
     });
     addPeer("KissFFT", "veksCcsFftNip", [](const Problem& problem) {
-        return [plan = owned(kiss_fftr_alloc(1 << problem.size, 1, nullptr, nullptr)),
-                in = problem.source<kiss_fft_cpx>(),
-                out = problem.target<float>()] { kiss_fftri(plan.get(), in, out); };
+        return
+            [plan = owned(kiss_fftr_alloc(1 << problem.size, 1, nullptr, nullptr)), in = problem.source<kiss_fft_cpx>(),
+             out = problem.target<float>()] { kiss_fftri(plan.get(), in, out); };
     });
 });
 

@@ -40,12 +40,10 @@ const RegisterPeers volk([] {
     peer("veksbMpy1", [](float value, float* out, int n) { volk_32f_s32f_multiply_32f(out, out, value, length(n)); });
     peer("veksbSqrt2", [](const float* a, float* out, int n) { volk_32f_sqrt_32f(out, a, length(n)); });
 
-    peer("vekdbAdd3", [](const double* a, const double* b, double* out, int n) {
-        volk_64f_x2_add_64f(out, a, b, length(n));
-    });
-    peer("vekdbMpy3", [](const double* a, const double* b, double* out, int n) {
-        volk_64f_x2_multiply_64f(out, a, b, length(n));
-    });
+    peer("vekdbAdd3",
+         [](const double* a, const double* b, double* out, int n) { volk_64f_x2_add_64f(out, a, b, length(n)); });
+    peer("vekdbMpy3",
+         [](const double* a, const double* b, double* out, int n) { volk_64f_x2_multiply_64f(out, a, b, length(n)); });
     peer("vekdbSqr2", [](const double* a, double* out, int n) { volk_64f_x2_multiply_64f(out, a, a, length(n)); });
 
     peer("vekcbAdd3", [](const VekCplx* a, const VekCplx* b, VekCplx* out, int n) {
@@ -60,9 +58,8 @@ const RegisterPeers volk([] {
     peer("vekcbMpy1", [](VekCplx value, VekCplx* out, int n) {
         volk_32fc_s32fc_multiply_32fc(pairs(out), pairs(out), {value.re, value.im}, length(n));
     });
-    peer("vekcbConj2", [](const VekCplx* a, VekCplx* out, int n) {
-        volk_32fc_conjugate_32fc(pairs(out), pairs(a), length(n));
-    });
+    peer("vekcbConj2",
+         [](const VekCplx* a, VekCplx* out, int n) { volk_32fc_conjugate_32fc(pairs(out), pairs(a), length(n)); });
 });
 
 }   // namespace

@@ -10,7 +10,9 @@ namespace bench {
 namespace {
 
 template <class T>
-concept Pair = requires(T x) { x.re + x.im; };
+concept Pair = requires(T x) {
+    x.re + x.im;
+};
 template <Pair C>
 C operator+(C x, C y) {
     return {x.re + y.re, x.im + y.im};
@@ -117,9 +119,7 @@ void addOne(const std::string& operation) {
 template <class T>
 void addReals() {
     constexpr auto limit = [](T x, T least) { return x < least ? least : x; };
-    constexpr auto invert = [](T x, T least) {
-        return std::fabs(x) > least ? 1 / x : std::copysign(1 / least, x);
-    };
+    constexpr auto invert = [](T x, T least) { return std::fabs(x) > least ? 1 / x : std::copysign(1 / least, x); };
     addArithmetic<T>();
     addOne<T, [](T x) { return x * x; }>("bSqr");
     addOne<T, [](T x) { return std::sqrt(x); }>("bSqrt");

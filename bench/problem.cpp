@@ -54,8 +54,8 @@ Problem::Problem(const Family& of, const test::Row& called, int atSize, const Va
         if (argument.isRead() && (!reads || argument.role == test::Role::inout)) first = buffers.size();
         if (argument.isWritten() && argument.role != test::Role::factor) last = buffers.size();
         reads = reads || argument.isRead();
-        cells[i].set(place(row.elements(argument, cells) * argument.type.bytes, argument.type.real(),
-                           !argument.isWritten()));
+        cells[i].set(
+            place(row.elements(argument, cells) * argument.type.bytes, argument.type.real(), !argument.isWritten()));
     }
     arguments = used = buffers.size();
     setUp();

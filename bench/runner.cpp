@@ -1,5 +1,5 @@
-// One Google Benchmark per row and size, whose iterations are rounds. In each round the library, at every level, and all
-// peers are timed one after the other on the same buffers, so that a ratio never compares times from different
+// One Google Benchmark per row and size, whose iterations are rounds. In each round the library, at every level, and
+// all peers are timed one after the other on the same buffers, so that a ratio never compares times from different
 // minutes. The least over the rounds is the benchmark's counter; runner.py makes the tables.
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
@@ -116,9 +116,8 @@ private:
     void addCalls(const std::string& name, const std::string& level, test::Address address) {
         test::Function function = problem.row.function;
         function.address = address;
-        contenders.push_back({"ns " + name, level, [this, function](std::size_t times) {
-                                  function.repeat(problem.cells, times);
-                              }});
+        contenders.push_back(
+            {"ns " + name, level, [this, function](std::size_t times) { function.repeat(problem.cells, times); }});
     }
 
     void addLevelsAndPeers() {
@@ -198,7 +197,8 @@ bool takeOption(const std::string& argument, Options& options) {
 // For runner.py: what it prints beside the times.
 void printFamilies() {
     std::printf("{\"levels\": [");
-    for (const std::string& level : levelNames()) std::printf("%s\"%s\"", level == levelNames()[0] ? "" : ", ", level.c_str());
+    for (const std::string& level : levelNames())
+        std::printf("%s\"%s\"", level == levelNames()[0] ? "" : ", ", level.c_str());
     std::printf("],\n \"families\": {");
     for (const Family& family : families())
         std::printf("%s\"%s\": {\"unit\": \"%s\", \"against\": \"%s\", \"shortCalls\": %s}",
@@ -225,15 +225,16 @@ void registerRow(const Family& family, const test::Row& row, const Options& opti
             const std::string name = std::string(family.name) + "/" + row.name() +
                                      (variant.label.empty() ? "" : "," + variant.label) + "/" + std::to_string(size);
             const bool isLong = row.takesOrder() && size >= 17;
-            benchmark::RegisterBenchmark(name.c_str(), [&, variant, size](benchmark::State& state) {
-                Contest contest(family, row, size, variant, options);
-                std::size_t number = 0;
-                for (auto _ : state) {
-                    contest.round(number++);
-                    state.SetIterationTime(contest.secondsOfTheBest());
-                }
-                contest.report(state);
-            })
+            benchmark::RegisterBenchmark(name.c_str(),
+                                         [&, variant, size](benchmark::State& state) {
+                                             Contest contest(family, row, size, variant, options);
+                                             std::size_t number = 0;
+                                             for (auto _ : state) {
+                                                 contest.round(number++);
+                                                 state.SetIterationTime(contest.secondsOfTheBest());
+                                             }
+                                             contest.report(state);
+                                         })
                 ->UseManualTime()
                 ->Iterations(options.quick || isLong ? 5 : 15);
         }
