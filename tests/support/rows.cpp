@@ -76,10 +76,12 @@ bool anyElement(const Row& row, const std::string& name, const std::string& func
     const auto* bytes = cells[index].get<const unsigned char*>();
     if (bytes == nullptr) return false;
     const std::size_t n = row.elements(buffer, cells);
+    ArgumentType type = buffer.type;
+    type.pointer = false;
     for (std::size_t i = 0; i < n; ++i) {
-        const unsigned char* element = bytes + i * buffer.type.bytes;
-        const long double re = valueOf(buffer.type, element);
-        const long double im = buffer.type.isComplex() ? valueOf(buffer.type, element + buffer.type.realBytes()) : 0;
+        const unsigned char* element = bytes + i * type.bytes;
+        const long double re = valueOf(type, element);
+        const long double im = type.isComplex() ? valueOf(type, element + type.realBytes()) : 0;
         if (function == "anyNegative" ? re < 0 : re == 0 && im == 0) return true;
     }
     return false;
