@@ -26,6 +26,8 @@ namespace {
 // As many lengths as a thread's lists of tables by length hold: then the tables are released, and a new seed begins.
 constexpr int callsPerSeed = 32;
 std::string current;   // the call, for whom it ends the program
+const std::vector<std::string> levels = levelNames();
+std::string level;
 
 void showCurrent() {
     std::fprintf(stderr, "\n--seed=%llu: %s\n", static_cast<unsigned long long>(seed), current.c_str());
@@ -87,8 +89,7 @@ public:
 
     // What is wrong; empty: nothing.
     std::string run() {
-        const std::string level = any(levelNames());
-        forceLevel(level);
+        if (random.below(8) == 0) forceLevel(level = any(levels));
         vekSetErrMode(VEK_ErrModeSilent);
         choose();
         Prepared prepared(tested, plain, options);
@@ -104,7 +105,7 @@ public:
             status = VEK_StsBadArg;
             wanted += reportLine(status, tested.name(), check.message, tested.group.module);
         }
-        describe(prepared.cells, level);
+        describe(prepared.cells);
         const bool roomy = random.below(2) != 0;
         const long failing = heap::available() && random.below(4) == 0 ? random.below(3) : -1;
         const bool onwards = random.below(2) != 0;
@@ -142,7 +143,7 @@ public:
         const bool known = outOf || !computing || tested.group.returnsStatus;
         if (known && !(result == returned)) return "result " + std::to_string(result.get<int>());
         if (outOf || !computing) return prepared.untouched() ? "" : "outputs touched";
-        return compare(prepared, level);
+        return compare(prepared);
     }
 
 private:
@@ -207,8 +208,9 @@ private:
     }
 
     // The same call on other arrays: at the first level the same values but for roundings, at its own the same bits.
-    std::string compare(const Prepared& prepared, const std::string& level) {
-        if (!wild) forceLevel(levelNames().front());
+    std::string compare(const Prepared& prepared) {
+        const bool exact = wild || random.below(4) != 0;
+        if (!exact) forceLevel(levels.front());
         SceneOptions other = options;
         other.places.clear();
         Prepared again(tested, plain, other);
@@ -216,8 +218,7 @@ private:
             if (!tested.arguments[i].type.pointer || prepared.cells[i] == Cell{}) again.cells[i] = prepared.cells[i];
         vekSetErrStatus(old);
         again.call();
-        forceLevel(level);
-        const bool exact = wild || level == levelNames().front();
+        if (!exact) forceLevel(level);
         for (std::size_t i = 0; i < plain.size(); ++i) {
             const Argument& argument = tested.arguments[i];
             if (!argument.isWritten()) continue;
@@ -230,7 +231,7 @@ private:
         return {};
     }
 
-    void describe(const Cells& cells, const std::string& level) {
+    void describe(const Cells& cells) {
         current = tested.name() + "(";
         for (std::size_t i = 0; i < cells.size(); ++i) {
             const Argument& argument = tested.arguments[i];
@@ -276,6 +277,7 @@ int fuzz(double seconds, bool seeded) {
         vekvFreeTwdTbls();
         vekFreeBitRevTbls();
         Data random(1);
+        forceLevel(level = levels.back());
         for (int i = 0; i < callsPerSeed; ++i, ++calls) {
             const std::string wrong = Step(random).run();
             if (wrong.empty()) continue;

@@ -14,6 +14,7 @@ namespace test {
 std::string selfPath;
 std::uint64_t seed = 20240817;
 int fuzz(double seconds, bool seeded);   // fuzz.cpp: the program's exit code
+extern bool writesGolden;                // test_golden.cpp
 
 namespace {
 
@@ -42,6 +43,10 @@ int main(int argc, char** argv) {
     bool seeded = false;
     for (int i = 1; i < argc; ++i) {
         if (std::strncmp(argv[i], "--fuzz=", 7) == 0) seconds = std::strtod(argv[i] + 7, nullptr);
+        if (std::strcmp(argv[i], "--golden") == 0) {
+            test::writesGolden = true;
+            testing::GTEST_FLAG(filter) = "Golden.*";
+        }
         if (std::strncmp(argv[i], "--seed=", 7) != 0) continue;
         test::seed = std::strtoull(argv[i] + 7, nullptr, 10);
         seeded = true;
