@@ -31,18 +31,16 @@ constexpr const char* sines = "sincos";
 
 using Lines = std::map<std::string, std::string>;   // hashes by key
 
-class Hash {
-public:
-    // All NaN are one.
-    void add(const void* bytes, std::size_t count, char real) {
-        const std::size_t step = real == 'd' ? 8 : real == 's' ? 4 : 1;
-        for (const auto* at = static_cast<const unsigned char*>(bytes); count >= step; at += step, count -= step) {
-            double d = 0;
-            float s = 0;
-            if (real == 'd') std::memcpy(&d, at, sizeof d);
-            if (real == 's') std::memcpy(&s, at, sizeof s);
-            const bool nan = std::isnan(d) || std::isnan(s);
-            for (std::size_t k = 0; k < step; ++k) value = (value ^ (nan ? 0x7fu : at[k])) * 0x100000001b3ull;
+struct Hash {
+    std::uint64_t value = 0;
+
+    void add(const void* start, std::size_t bytes, char real) {
+        for (double number : realsAt(start, bytes, real)) {
+            if (std::isnan(number)) number = std::numeric_limits<double>::quiet_NaN();   // all are one
+            std::uint64_t bits = 0;
+            std::memcpy(&bits, &number, sizeof bits);
+            value = (value ^ bits) * 0x9e3779b97f4a7c15ull;
+            value ^= value >> 29;
         }
     }
     std::string text() const {
@@ -50,9 +48,6 @@ public:
         std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(value));
         return digits;
     }
-
-private:
-    std::uint64_t value = 0xcbf29ce484222325ull;   // FNV-1a
 };
 
 bool hasResults(const Row& of) {
@@ -72,10 +67,10 @@ std::string hashOf(const Row& of) {
             for (std::size_t i = 0; i < plain.size(); ++i) {
                 const Argument& scalar = of.arguments[i];
                 if (scalar.role != Role::scalar || !scalar.values.empty()) continue;
-                const auto singles = random.mixed<float>(2);
                 const auto doubles = random.mixed<double>(2);
-                if (scalar.type.real() == 's') std::memcpy(plain[i].bytes, singles.data(), scalar.type.bytes);
-                if (scalar.type.real() == 'd') std::memcpy(plain[i].bytes, doubles.data(), scalar.type.bytes);
+                const float singles[] = {static_cast<float>(doubles[0]), static_cast<float>(doubles[1])};
+                const void* drawn = scalar.type.real() == 's' ? static_cast<const void*>(singles) : doubles.data();
+                std::memcpy(plain[i].bytes, drawn, scalar.type.bytes);
             }
             const Prepared prepared(of, plain, {.filling = variant % 2 == 0 ? Filling::ordinary : Filling::mixed});
             reports.clear();

@@ -93,8 +93,8 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
                 continue;
             }
             blockOf[i] = static_cast<int>(blocks.size());
-            unsigned char* start = place(at, !argument.isWritten(), false, bytes,
-                                         i < options.places.size() ? options.places[i] : Place{});
+            unsigned char* start =
+                place(at, !argument.isWritten(), false, bytes, i < options.places.size() ? options.places[i] : Place{});
             if (argument.role == Role::factor) {
                 const int shift = 1;
                 std::memcpy(start, &shift, sizeof shift);
@@ -106,8 +106,7 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
     }
     for (std::size_t i = 0; i < row.arguments.size(); ++i)
         if (row.arguments[i].role == Role::record)
-            cells[i].set<void*>(
-                place(static_cast<int>(i), false, true, row.arguments[i].type.bytes, {Place::back, 0}));
+            cells[i].set<void*>(place(static_cast<int>(i), false, true, row.arguments[i].type.bytes, {Place::back, 0}));
     if (options.hostile != nullptr)
         options.hostile(*this);
     else
@@ -148,6 +147,19 @@ const std::vector<unsigned char>& Prepared::initial(int argument) const {
 }
 std::vector<unsigned char> Prepared::now(int argument) const {
     return blocks[static_cast<std::size_t>(blockOf[static_cast<std::size_t>(argument)])].held();
+}
+
+std::vector<double> realsAt(const void* start, std::size_t bytes, char real) {
+    std::vector<double> values;
+    const auto* at = static_cast<const unsigned char*>(start);
+    const std::size_t step = real == 'd' ? sizeof(double) : real == 's' ? sizeof(float) : 1;
+    for (std::size_t i = 0; i + step <= bytes; i += step) {
+        double value = at[i];
+        float single = 0;
+        std::memcpy(real == 'd' ? static_cast<void*>(&value) : &single, at + i, step);
+        values.push_back(real == 's' ? static_cast<double>(single) : value);
+    }
+    return values;
 }
 
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& of, const Cells& cells) {
