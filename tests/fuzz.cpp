@@ -69,17 +69,17 @@ public:
         choose();
         Prepared prepared(tested, plain, options);
         const Cells& cells = prepared.cells;
-        const bool fits = spoil(prepared.cells);
+        const bool fits = spoil(prepared.cells) && options.hostile == nullptr;
         const bool computing = computes(tested, cells, old);
-        if (computing && !fits) return {};   // its arrays are not for that size
+        if (computing && !fits) return {};   // what it would work on is not there
         VekStatus status = old;
         std::string wanted = tested.expectedReports(cells, status);
+        describe(cells);
         for (const Check& check : tested.late) {
             if (!computing || tested.value(check.condition, cells) == 0) continue;
             status = VEK_StsBadArg;
             wanted += reportLine(status, tested.name(), check.message, tested.group.module);
         }
-        describe(cells);
 
         reports.clear();
         vekSetErrStatus(old);
@@ -145,7 +145,7 @@ private:
         vekSetErrMode(VEK_ErrModeSilent);
     }
 
-    // Other values for some of the arguments; false: for a size.
+    // Other values for some of the arguments; false: of a size, or such that the arrays are too short.
     bool spoil(Cells& cells) {
         bool fits = true;
         for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -165,18 +165,26 @@ private:
             wild = wild || real;
             fits = fits && role != Role::length && role != Role::order;
         }
+        for (const Argument& of : tested.arguments)
+            fits = fits && (!of.isBuffer() || tested.elements(of, cells) <= tested.elements(of, plain));
         return fits;
     }
 
-    // The same call on other arrays: at its own level the same bits, at the first one the same but for roundings.
+    // The same call on arrays apart: at its own level the same bits, at the first one the same but for roundings.
     std::string compare(const Prepared& prepared) {
         const bool exact = wild || random.below(2) != 0;
         if (!exact) forceLevel(levels.front());
         SceneOptions other = options;
         other.places.clear();
+        if (tested.group.setUp == nullptr) other.aliases.clear();   // records would be set up with other data
         Prepared again(tested, plain, other);
-        for (std::size_t i = 0; i < plain.size(); ++i)
-            if (!tested.arguments[i].type.pointer || prepared.cells[i] == Cell{}) again.cells[i] = prepared.cells[i];
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            const Argument& argument = tested.arguments[i];
+            if (!argument.type.pointer || prepared.cells[i] == Cell{}) again.cells[i] = prepared.cells[i];
+            if (!argument.isBuffer() || again.cells[i] == Cell{}) continue;
+            const std::size_t bytes = tested.elements(argument, plain) * argument.type.bytes;
+            std::memcpy(again.cells[i].get<void*>(), prepared.initial(static_cast<int>(i)).data(), bytes);
+        }
         vekSetErrStatus(old);
         again.call();
         if (!exact) forceLevel(level);
