@@ -60,6 +60,16 @@ bool computes(const Row& of, const Cells& cells, VekStatus status) {
                         [&](const Check& check) { return of.value(check.condition, cells) != 0; });
 }
 
+bool differ(const void* a, const void* b, std::size_t bytes, char real, bool exact) {
+    const std::vector<double> x = realsAt(a, bytes, real), y = realsAt(b, bytes, real);
+    double most = 0;
+    for (const double value : x) most = std::max(most, std::abs(value));
+    const double apart = exact ? 0 : most * (real == 's' ? 1e-5 : real == 'd' ? 1e-12 : 0);
+    for (std::size_t k = 0; k < x.size(); ++k)
+        if (x[k] != y[k] && !(std::isnan(x[k]) && std::isnan(y[k])) && !(std::abs(x[k] - y[k]) <= apart)) return true;
+    return false;
+}
+
 class Step {
 public:
     explicit Step(Data& from) : random(from) {}
@@ -111,7 +121,7 @@ public:
         if ((outOf || !computing || tested.group.returnsStatus) && !(result == returned))
             return "result " + std::to_string(result.get<int>());
         if (outOf || !computing) return prepared.untouched() ? "" : "outputs touched";
-        return compare(prepared);
+        return compare(prepared, result);
     }
 
 private:
@@ -171,13 +181,13 @@ private:
     }
 
     // The same call on arrays apart: at its own level the same bits, at the first one the same but for roundings.
-    std::string compare(const Prepared& prepared) {
+    std::string compare(const Prepared& prepared, const Cell& result) {
         const bool exact = wild || random.below(2) != 0;
         if (!exact) forceLevel(levels.front());
-        SceneOptions other = options;
-        other.places.clear();
-        if (tested.group.setUp == nullptr) other.aliases.clear();   // records would be set up with other data
-        Prepared again(tested, plain, other);
+        SceneOptions apart = options;
+        apart.places.clear();
+        if (tested.group.setUp == nullptr) apart.aliases.clear();   // records would be set up with other data
+        Prepared again(tested, plain, apart);
         for (std::size_t i = 0; i < plain.size(); ++i) {
             const Argument& argument = tested.arguments[i];
             if (!argument.type.pointer || prepared.cells[i] == Cell{}) again.cells[i] = prepared.cells[i];
@@ -186,19 +196,16 @@ private:
             std::memcpy(again.cells[i].get<void*>(), prepared.initial(static_cast<int>(i)).data(), bytes);
         }
         vekSetErrStatus(old);
-        again.call();
+        const Cell other = again.call();
         if (!exact) forceLevel(level);
+        const ArgumentType& type = tested.function.result;
+        if (!type.pointer && differ(result.bytes, other.bytes, type.bytes, type.real(), exact)) return "other result";
         for (std::size_t i = 0; i < plain.size(); ++i) {
-            const char real = tested.arguments[i].type.real();
-            if (!tested.arguments[i].isWritten()) continue;
+            const Argument& argument = tested.arguments[i];
+            if (!argument.isWritten()) continue;
             const auto a = prepared.now(static_cast<int>(i)), b = again.now(static_cast<int>(i));
-            const std::vector<double> x = realsAt(a.data(), a.size(), real), y = realsAt(b.data(), b.size(), real);
-            double most = 0;
-            for (const double value : x) most = std::max(most, std::abs(value));
-            const double apart = exact ? 0 : most * (real == 's' ? 1e-5 : real == 'd' ? 1e-12 : 0);
-            for (std::size_t k = 0; k < x.size(); ++k)
-                if (x[k] != y[k] && !(std::isnan(x[k]) && std::isnan(y[k])) && !(std::abs(x[k] - y[k]) <= apart))
-                    return tested.arguments[i].name + ": " + std::to_string(k) + " differs between two such calls";
+            if (differ(a.data(), b.data(), a.size(), argument.type.real(), exact))
+                return argument.name + " differs between two such calls";
         }
         return {};
     }
