@@ -37,8 +37,8 @@ bool reserveSlot();   // once per process; safe to repeat; false when the system
 bool setSlot(void* value);
 bool watchThreadEnd();   // has the calling thread's end reported to core::threadDetach(), once
 
-std::uint32_t threadId();           // never 0
-bool hasEnded(std::uint32_t id);    // of threads of this process; a new thread that got the same id counts as the old
+std::uint32_t threadId();          // never 0
+bool hasEnded(std::uint32_t id);   // of threads of this process; a new thread that got the same id counts as the old
 
 // One lock, for the list of contexts.
 void lock();
