@@ -62,5 +62,5 @@ with tempfile.TemporaryDirectory() as scratch:
         for path in (source, build):
             if str(path).encode() in here[name]:
                 faults.append(f"{name} holds the path {path}")
-print("\n".join(faults) or f"{len(here)} installed files are the same at two paths, {compiled} of their objects compiled anew")
+print("\n".join(faults) or f"{len(here)} installed files are the same at two paths, {compiled} objects compiled anew")
 sys.exit(1 if faults else 0)
