@@ -28,22 +28,13 @@ Success sqr2(const T* src, T* dst, size_t n) {
     return success;
 }
 
-// a < b, false where one is a NaN.
 template <class T, int W>
-VEK_INLINE auto below(Vec<T, W> a, Vec<T, W> b) {
-    if constexpr (W == 1) {
-        return __builtin_isless(a, b) != 0;
-#if defined(__AVX__)
-    } else if constexpr (sizeof a == 32 && sizeof(T) == 4) {
-        return bitsAs<IntVec<T, W>>(_mm256_cmp_ps(a, b, _CMP_LT_OQ));
-    } else if constexpr (sizeof a == 32) {
-        return bitsAs<IntVec<T, W>>(_mm256_cmp_pd(a, b, _CMP_LT_OQ));
-#endif
-    } else {
-        const Vec<T, W> zero = {};
-        const auto numbers = (a == a) & (b == b);
-        return (numbers ? a : zero) < (numbers ? b : zero);
-    }
+VEK_INLINE auto isNegative(Vec<T, W> x) {   // no NaN is
+    const Vec<T, W> zero = {};
+    if constexpr (W == 1)
+        return __builtin_isless(x, zero) != 0;
+    else
+        return (x == x ? x : zero) < zero;
 }
 
 template <class T>
@@ -52,7 +43,7 @@ bool sqrt2(const T* src, T* dst, size_t n) {
     mapReals<Bound::byArithmetic>(dst, n, [src, dst, &negativeMet](auto w, size_t i) {
         const auto x = load<w>(src + i);
         const Vec<T, w> zero = {};
-        const auto negative = below<T, w>(x, zero);
+        const auto negative = isNegative<T, w>(x);
         if (!any<w>(negative)) [[likely]]
             return squareRoot(x);
         negativeMet = true;
@@ -100,11 +91,22 @@ template <class T>
 bool invThresh2(const T* src, T* dst, size_t n, T thresh) {
     const T one = 1;
     if (thresh != 0) {
+        // A NaN counts as zero; adding zero takes the sign off -0. No element exceeds a threshold that is a NaN, which
+        // makes NaNs of all.
+        const bool isNumber = thresh == thresh;
+        const T bound = isNumber ? thresh : static_cast<T>(__builtin_inff());
+        const T numerator = isNumber ? one : thresh;
         mapReals<Bound::byArithmetic>(dst, n, [=](auto w, size_t i) {
             const auto x = load<w>(src + i);
             const Vec<T, w> zero = {};
-            const auto limit = below<T, w>(x, zero) ? splat<w>(-thresh) : splat<w>(thresh);
-            return splat<w>(one) / (below<T, w>(splat<w>(thresh), magnitude<T, w>(x)) ? x : limit);
+            if constexpr (w == 1)
+                return numerator / (__builtin_isgreater(magnitude<T, 1>(x), bound) ? x
+                                    : isNegative<T, 1>(x)                          ? -bound
+                                                                                   : bound);
+            const Vec<T, w> number = x == x ? x : zero;
+            const auto modulus = magnitude<T, w>(number);
+            const auto limit = splat<w>(bound);
+            return splat<w>(numerator) / withSignOf<T, w>(modulus > limit ? modulus : limit, number + zero);
         });
         return false;
     }
