@@ -14,8 +14,14 @@
 #include "support/levels.h"
 #include "support/prepared.h"
 #include "support/reports.h"
+
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/common_interface_defs.h>
+// What sanitizers find ends in a signal too, once they have said it.
+extern "C" const char* __asan_default_options() { return "abort_on_error=1:allocator_may_return_null=1"; }
+extern "C" const char* __ubsan_default_options() { return "abort_on_error=1"; }
+constexpr int fatalSignals[] = {SIGABRT};
+#else
+constexpr int fatalSignals[] = {SIGABRT, SIGSEGV, SIGILL, SIGFPE};
 #endif
 
 namespace test {
@@ -30,7 +36,7 @@ std::string level, current;   // the call, for whom it ends the program
 void showCurrent() {
     std::fprintf(stderr, "\n--seed=%llu: %s\n", static_cast<unsigned long long>(seed), current.c_str());
 }
-[[maybe_unused]] void die(int) {
+void die(int) {
     showCurrent();
     std::_Exit(1);
 }
@@ -224,11 +230,7 @@ private:
 }   // namespace
 
 int fuzz(double seconds, bool seeded) {
-#ifdef __SANITIZE_ADDRESS__
-    __sanitizer_set_death_callback(showCurrent);
-#else
-    for (const int signal : {SIGSEGV, SIGILL, SIGFPE, SIGABRT}) std::signal(signal, die);
-#endif
+    for (const int signal : fatalSignals) std::signal(signal, die);
     if (!seeded) seed = std::random_device{}();
     std::printf("Fuzzing from --seed=%llu\n", static_cast<unsigned long long>(seed));
     std::fflush(stdout);
