@@ -1,4 +1,4 @@
-"""The list of exports against declarations, definitions, the tests' cases and the built library.
+"""The list of exports against declarations, definitions and the built library.
 
 usage: check_exports.py SOURCE_DIR LIBRARY NM OBJDUMP
 """
@@ -33,9 +33,6 @@ compare("list", listed, sorted(set(listed)))
 literal = re.compile(r"\bVEKAPI (vek\w+)\(")
 compare("declarations", literal.findall(text("include/vekm6/*.h")), listed)
 compare("definitions", literal.findall(text("_SRC/*.cpp")), listed)
-
-tested = set(re.findall(r"\bvek\w+", text("tests/test_*.cpp") + text("tests/support/*.cpp") + text("tests/support/*.h")))
-compare("tests", sorted(tested & set(listed)), listed)
 
 if library.endswith(".dll"):
     dump = run(objdump, "-p", library)
