@@ -143,6 +143,20 @@ TEST_F(Tables, FreeUnderANegativeStatus) {
     }
 }
 
+// What is kept grows with the order; nothing of the smaller remains when all is released.
+TEST_F(Tables, GrowingLeavesNothing) {
+    if (!heap::available()) GTEST_SKIP();
+    const long none = heap::outstanding();
+    for (const Row& tested : rows()) {
+        if (tested.group.noMemory.empty() || !tested.takesOrder()) continue;
+        for (int order = 1; order <= 15; order += 2)
+            for (int choice = 0; choice < tested.choices(); ++choice)
+                Prepared(tested, tested.plain(order, choice)).call();
+        releaseAll();
+        EXPECT_EQ(heap::outstanding(), none) << tested.name();
+    }
+}
+
 // Each precision's Free leaves the other's transforms ready.
 TEST_F(Tables, OfOneTypeOnly) {
     if (!heap::available()) GTEST_SKIP();
