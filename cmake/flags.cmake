@@ -17,7 +17,7 @@ if(WIN32)
 endif()
 if(VEKM6_SANITIZE)
   # Checks by call: straight-line transforms with checks in line would compile for minutes.
-  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer
+  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
                       --param=asan-instrumentation-with-call-threshold=0)
   add_link_options(-fsanitize=${VEKM6_SANITIZE})
 endif()
