@@ -49,6 +49,7 @@ inline constexpr T least = static_cast<T>(-most<T> - 1);
 VEK_BINARY(addSaturated16, adds_epi16)
 VEK_BINARY(subSaturated16, subs_epi16)
 VEK_BINARY(productHigh16, mulhi_epi16)
+VEK_BINARY(pairSums16, madd_epi16)
 VEK_BINARY(packSaturated32, packs_epi32)
 
 #undef VEK_BINARY
@@ -169,6 +170,12 @@ VEK_INLINE Int16s<W> productHigh(Int16s<W> a, Int16s<W> b) {
         return static_cast<int16_t>(a * b >> 16);
     else
         return bitsAs<Int16s<W>>(productHigh16(reg(a), reg(b)));
+}
+
+// Of each pair of neighbours the sum of its two products, in 32 bits; 2^31, of the four least factors, wraps.
+template <int W>
+VEK_INLINE Int32s<W / 2> pairSums(Int16s<W> a, Int16s<W> b) {
+    return bitsAs<Int32s<W / 2>>(pairSums16(reg(a), reg(b)));
 }
 
 // ---- Twice as wide, in two vectors ----------------------------------------------------------------------------------

@@ -1,0 +1,215 @@
+// Exact results that int16 may not hold, and how each becomes one: wrapped, saturated, or shifted to the right first,
+// as common/scaling.h says. A type of result knows the shortest way to each, which seldom leads through 32 bits; it
+// also knows its excess, from which the least shift follows that makes all results of a vector fit. Internal linkage
+// throughout, for the reasons that simd.h gives.
+#pragma once
+
+#include "common/scaling.h"
+#include "integers.h"
+#include "pairs.h"
+
+namespace vek::VEK_LEVEL {
+namespace {
+
+constexpr int atMost(int places, int limit) { return places < limit ? places : limit; }
+
+// ---- Excess: what has the bit length of the largest of many results, counted without copies of the sign -------------
+
+// Accumulators join by |; bits() is 32 bits whose highest one is what counts.
+struct NumberExcess {
+    uint32_t value;
+    VEK_INLINE NumberExcess operator|(NumberExcess other) const { return {value | other.value}; }
+    VEK_INLINE uint32_t bits() const { return value; }
+};
+
+template <class T, int W>
+VEK_INLINE uint32_t anyBits(Vec<T, W> value) {
+    const auto join = [](auto a, auto b) VEK_INLINE_LAMBDA { return a | b; };
+    return static_cast<typename UnsignedOf<T>::type>(joinLanes<T, W>(value, join));
+}
+
+// Of sums, which take at most 17 bits: not zero where they take them all.
+template <int W>
+struct SumExcess {
+    Int16s<W> value;
+    VEK_INLINE SumExcess operator|(SumExcess other) const { return {static_cast<Int16s<W>>(value | other.value)}; }
+    VEK_INLINE uint32_t bits() const { return anyBits<int16_t, W>(value) != 0 ? 0x8000 : 0; }
+};
+
+// The halves of 32 bits.
+template <int W>
+struct ProductExcess {
+    Int16s<W> high, low;
+    VEK_INLINE ProductExcess operator|(ProductExcess other) const {
+        return {static_cast<Int16s<W>>(high | other.high), static_cast<Int16s<W>>(low | other.low)};
+    }
+    VEK_INLINE uint32_t bits() const { return anyBits<int16_t, W>(high) << 16 | anyBits<int16_t, W>(low); }
+};
+
+// Of results that have been halved.
+template <int W>
+struct HalvesExcess {
+    Int32s<W> value;
+    VEK_INLINE HalvesExcess operator|(HalvesExcess other) const { return {value | other.value}; }
+    VEK_INLINE uint32_t bits() const { return anyBits<int32_t, W>(value) << 1; }
+};
+
+// The least shift to the right that makes all results fit.
+VEK_INLINE int leastPlaces(uint32_t bits) { return bits < 0x8000 ? 0 : 17 - __builtin_clz(bits); }
+
+// ---- Results --------------------------------------------------------------------------------------------------------
+
+// One, whatever it is.
+struct Number {
+    int64_t value;
+
+    VEK_INLINE int16_t wrapped() const { return static_cast<int16_t>(value); }
+    VEK_INLINE int16_t saturated() const {
+        return static_cast<int16_t>(clamped<int64_t, 1>(value, least<int16_t>, most<int16_t>));
+    }
+    VEK_INLINE int16_t rightWrapped(int places) const { return static_cast<int16_t>(value >> places); }
+    VEK_INLINE int16_t right(int places) const { return Number{value >> places}.saturated(); }
+    VEK_INLINE NumberExcess excess() const { return {static_cast<uint32_t>(value ^ (value >> 63))}; }
+};
+
+// Two at a width of one pair.
+struct NumberPair {
+    Number re, im;
+
+    VEK_INLINE Pair<int16_t> wrapped() const { return {re.wrapped(), im.wrapped()}; }
+    VEK_INLINE Pair<int16_t> saturated() const { return {re.saturated(), im.saturated()}; }
+    VEK_INLINE Pair<int16_t> rightWrapped(int places) const {
+        return {re.rightWrapped(places), im.rightWrapped(places)};
+    }
+    VEK_INLINE Pair<int16_t> right(int places) const { return {re.right(places), im.right(places)}; }
+    VEK_INLINE NumberExcess excess() const { return re.excess() | im.excess(); }
+};
+
+// Sums and differences shifted by one place fit 16 bits, and come from the bits that the operands share and those in
+// which they differ.
+template <int W>
+struct Sum {
+    Int16s<W> a, b;
+
+    VEK_INLINE Int16s<W> wrapped() const { return static_cast<Int16s<W>>(a + b); }
+    VEK_INLINE Int16s<W> saturated() const { return addSaturated<W>(a, b); }
+    VEK_INLINE Int16s<W> right(int places) const {
+        const auto half = static_cast<Int16s<W>>((a & b) + ((a ^ b) >> 1));
+        return shiftedRight<int16_t, W>(half, atMost(places - 1, 15));
+    }
+    VEK_INLINE Int16s<W> rightWrapped(int places) const { return right(places); }
+    VEK_INLINE SumExcess<W> excess() const { return {static_cast<Int16s<W>>(wrapped() ^ saturated())}; }
+};
+template <int W>
+struct Difference {
+    Int16s<W> a, b;
+
+    VEK_INLINE Int16s<W> wrapped() const { return static_cast<Int16s<W>>(a - b); }
+    VEK_INLINE Int16s<W> saturated() const { return subSaturated<W>(a, b); }
+    VEK_INLINE Int16s<W> right(int places) const {
+        const auto half = static_cast<Int16s<W>>(((a ^ b) >> 1) - (~a & b));
+        return shiftedRight<int16_t, W>(half, atMost(places - 1, 15));
+    }
+    VEK_INLINE Int16s<W> rightWrapped(int places) const { return right(places); }
+    VEK_INLINE SumExcess<W> excess() const { return {static_cast<Int16s<W>>(wrapped() ^ saturated())}; }
+};
+
+template <int W>
+struct Product {
+    Int16s<W> a, b;
+
+    VEK_INLINE Int16s<W> wrapped() const { return productLow<W>(a, b); }
+    VEK_INLINE Int16s<W> saturated() const { return narrowedSaturated<W>(product<W>(a, b)); }
+    VEK_INLINE Int16s<W> rightWrapped(int places) const {
+        const auto low = shiftedRightLogical<int16_t, W>(productLow<W>(a, b), 1);
+        const auto high = shiftedLeft<int16_t, W>(productHigh<W>(a, b), 16 - places);
+        return static_cast<Int16s<W>>(shiftedRightLogical<int16_t, W>(low, places - 1) | high);
+    }
+    VEK_INLINE Int16s<W> right(int places) const {
+        return narrowedSaturated<W>(product<W>(a, b).map(
+            [=](auto w, auto half) VEK_INLINE_LAMBDA { return shiftedRight<int32_t, w>(half, atMost(places, 31)); }));
+    }
+    VEK_INLINE ProductExcess<W> excess() const {
+        const Int16s<W> low = productLow<W>(a, b);
+        const Int16s<W> high = productHigh<W>(a, b);
+        const auto sign = static_cast<Int16s<W>>(high >> 15);
+        return {static_cast<Int16s<W>>(high ^ sign), static_cast<Int16s<W>>(low ^ sign)};
+    }
+};
+
+// W / 2 pairs. Only the imaginary part can leave 32 bits, and only as 2^31, of the four least factors; it stands here
+// as -2^31, which no other product gives.
+template <int W>
+struct ComplexProduct {
+    static constexpr int half = W / 2;
+    Int32s<half> re, im;
+
+    // a.re b.re - a.im b.im is a.re b.re + a.im ~b.im + a.im.
+    VEK_INLINE ComplexProduct(Int16s<W> a, Int16s<W> b)
+        : re(pairSums<W>(a, static_cast<Int16s<W>>(b ^ alternating<W, int16_t>(0, -1))) +
+             (bitsAs<Int32s<half>>(a) >> 16)),
+          im(pairSums<W>(a, exchanged(b, typename MakeInts<W>::type{}))) {}
+
+    VEK_INLINE Int16s<W> wrapped() const { return wrapped(re, im); }
+    VEK_INLINE Int16s<W> saturated() const {
+        return saturated(re, im + (im == splat<half>(least<int32_t>)));   // -2^31 becomes 2^31 - 1
+    }
+    VEK_INLINE Int16s<W> rightWrapped(int places) const {
+        return wrapped(shiftedRight<int32_t, half>(re >> 1, places - 1),
+                       shiftedRight<int32_t, half>(halfIm(), places - 1));
+    }
+    VEK_INLINE Int16s<W> right(int places) const {
+        return saturated(shiftedRight<int32_t, half>(re >> 1, places - 1),
+                         shiftedRight<int32_t, half>(halfIm(), places - 1));
+    }
+    VEK_INLINE HalvesExcess<half> excess() const {
+        const auto a = re >> 1;
+        const auto b = halfIm();
+        return {(a ^ (a >> 31)) | (b ^ (b >> 31))};
+    }
+
+private:
+    VEK_INLINE Int32s<half> halfIm() const { return (im >> 1) ^ (im & (im == splat<half>(least<int32_t>))); }
+    VEK_INLINE static Int16s<W> wrapped(Int32s<half> re, Int32s<half> im) {
+        return bitsAs<Int16s<W>>((re & splat<half>(0xffff)) | (im << 16));
+    }
+    VEK_INLINE static Int16s<W> saturated(Int32s<half> re, Int32s<half> im) {
+        constexpr typename MakeInts<half>::type indices;
+        return narrowedSaturated<W>(
+            Wide<int32_t, W>{unpackLow<int32_t>(re, im, indices), unpackHigh<int32_t>(re, im, indices)});
+    }
+};
+VEK_INLINE NumberPair complexProduct(Pair<int16_t> a, Pair<int16_t> b) {
+    return {{int64_t{a.re} * b.re - int64_t{a.im} * b.im}, {int64_t{a.re} * b.im + int64_t{a.im} * b.re}};
+}
+
+template <Fit F, class Exact>
+VEK_INLINE auto fitted(const Exact& exact, int places) {
+    if constexpr (F == fitWraps) return exact.wrapped();
+    if constexpr (F == fitSaturates) return exact.saturated();
+    if constexpr (F == fitRightWraps) return exact.rightWrapped(places);
+    if constexpr (F == fitRight) return exact.right(places);
+}
+
+// ---- Accumulated results: 32 or 64 bits in vectors, int16 in memory -------------------------------------------------
+
+template <Fit F, int W>
+VEK_INLINE void storeFitted(int16_t* to, Int32s<W> exact, int places) {
+    if constexpr (F >= fitRightWraps) exact = shiftedRight<int32_t, W>(exact, atMost(places, 31));
+    if constexpr (F == fitSaturates || F == fitRight)
+        storeSaturated<W>(to, exact);
+    else
+        storeNarrowed<W>(to, exact);
+}
+template <Fit F, int W>
+VEK_INLINE void storeFitted(int16_t* to, Wide<int64_t, W> exact, int places) {
+    if constexpr (F >= fitRightWraps)
+        exact = exact.map([=](auto w, auto half) VEK_INLINE_LAMBDA { return shiftedRight<int64_t, w>(half, places); });
+    if constexpr (F == fitSaturates || F == fitRight)
+        storeFitted<fitSaturates, W>(to, narrowedSaturated<W>(exact), 0);
+    else
+        storeFitted<fitWraps, W>(to, narrowed<W>(exact), 0);
+}
+
+}   // namespace
+}   // namespace vek::VEK_LEVEL
