@@ -115,10 +115,7 @@ struct StepOf<B, true> {
 
 template <class Operation, Fit F, class Operand>
 void run(const int16_t* a, Operand b, int16_t* dst, size_t n, [[maybe_unused]] int places) {
-    // Shifts are for loops that need no more than to be vectors.
-    constexpr Bound bound = F >= fitRightWraps                   ? Bound::byArithmetic
-                            : __is_same(Operand, const int16_t*) ? Bound::byMemory
-                                                                 : Bound::byStores;
+    constexpr Bound bound = __is_same(Operand, const int16_t*) ? Bound::byMemory : Bound::byStores;
     using Step = typename StepOf<bound, takesPairs<Operation, Operand>>::type;
     forAll<int16_t, Step>(
         dst, n / Step::reals,
@@ -130,14 +127,9 @@ void run(const int16_t* a, Operand b, int16_t* dst, size_t n, [[maybe_unused]] i
 template <class Operation, class Operand>
 int places(const int16_t* a, Operand b, size_t n) {
     using Step = typename StepOf<Bound::byMemory, takesPairs<Operation, Operand>>::type;
-    const uint32_t bits = reduce<int16_t, Step>(
-        n / Step::reals,
-        [=](auto w) VEK_INLINE_LAMBDA { return decltype(Operation::template at<w>(a, b, 0).excess()){}; },
-        [=](auto w, size_t i, auto excess)
-            VEK_INLINE_LAMBDA { return excess | Operation::template at<w>(a, b, Step::reals * i).excess(); },
-        [](auto x, auto y) VEK_INLINE_LAMBDA { return x | y; },
-        [](auto, auto excess) VEK_INLINE_LAMBDA { return excess.bits(); });
-    return leastPlaces(bits);
+    return leastPlaces<Step>(n / Step::reals, [=](auto w, size_t i) VEK_INLINE_LAMBDA {
+        return Operation::template at<w>(a, b, Step::reals * i);
+    });
 }
 
 template <class Operation, class Operand>
@@ -154,7 +146,7 @@ void leftWraps(int16_t* dst, size_t n, int places) {
 
 void leftSaturates(int16_t* dst, size_t n, int places) {
     const int by = atMost(places, 15);   // which saturates all that 16 would
-    mapReals<Bound::byArithmetic>(dst, n, [=](auto w, size_t i) {
+    mapReals<Bound::byStores>(dst, n, [=](auto w, size_t i) {
         const Int16s<w> x = load<w>(dst + i);
         const auto shifted = shiftedLeft<int16_t, w>(x, by);
         const auto limit = static_cast<Int16s<w>>((x >> 15) ^ splat<w>(most<int16_t>));

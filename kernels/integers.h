@@ -49,6 +49,7 @@ inline constexpr T least = static_cast<T>(-most<T> - 1);
 VEK_BINARY(addSaturated16, adds_epi16)
 VEK_BINARY(subSaturated16, subs_epi16)
 VEK_BINARY(productHigh16, mulhi_epi16)
+VEK_BINARY(productHighUnsigned16, mulhi_epu16)
 VEK_BINARY(pairSums16, madd_epi16)
 VEK_BINARY(packSaturated32, packs_epi32)
 
@@ -170,6 +171,15 @@ VEK_INLINE Int16s<W> productHigh(Int16s<W> a, Int16s<W> b) {
         return static_cast<int16_t>(a * b >> 16);
     else
         return bitsAs<Int16s<W>>(productHigh16(reg(a), reg(b)));
+}
+
+// The upper half of the product of numbers without sign.
+template <int W>
+VEK_INLINE Int16s<W> productHighUnsigned(Int16s<W> a, Int16s<W> b) {
+    if constexpr (W == 1)
+        return static_cast<int16_t>(uint32_t{static_cast<uint16_t>(a)} * static_cast<uint16_t>(b) >> 16);
+    else
+        return bitsAs<Int16s<W>>(productHighUnsigned16(reg(a), reg(b)));
 }
 
 // Of each pair of neighbours the sum of its two products, in 32 bits; 2^31, of the four least factors, wraps.

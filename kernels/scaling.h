@@ -13,49 +13,57 @@ namespace {
 
 constexpr int atMost(int places, int limit) { return places < limit ? places : limit; }
 
-// ---- Excess: what has the bit length of the largest of many results, counted without copies of the sign -------------
+// ---- Excess: what tells of many results the least shift to the right after which all fit ----------------------------
 
-// Accumulators join by |; bits() is 32 bits whose highest one is what counts.
-struct NumberExcess {
-    uint32_t value;
-    VEK_INLINE NumberExcess operator|(NumberExcess other) const { return {value | other.value}; }
-    VEK_INLINE uint32_t bits() const { return value; }
-};
-
+// Excesses join by |. In x ^ 2x the highest bit stands above the highest bit of x that is no copy of the sign.
 template <class T, int W>
 VEK_INLINE uint32_t anyBits(Vec<T, W> value) {
     const auto join = [](auto a, auto b) VEK_INLINE_LAMBDA { return a | b; };
     return static_cast<typename UnsignedOf<T>::type>(joinLanes<T, W>(value, join));
 }
 
-// Of sums, which take at most 17 bits: not zero where they take them all.
+// Of one number x, the bits of x without copies of the sign.
+struct NumberExcess {
+    uint32_t value;
+    VEK_INLINE NumberExcess operator|(NumberExcess other) const { return {value | other.value}; }
+    VEK_INLINE int leastPlaces() const { return value < 0x8000 ? 0 : 17 - __builtin_clz(value); }
+};
+
+// Of sums: not zero where one does not fit. Then the answer is known, and no other sum can change it.
 template <int W>
 struct SumExcess {
     Int16s<W> value;
     VEK_INLINE SumExcess operator|(SumExcess other) const { return {static_cast<Int16s<W>>(value | other.value)}; }
-    VEK_INLINE uint32_t bits() const { return anyBits<int16_t, W>(value) != 0 ? 0x8000 : 0; }
+    VEK_INLINE bool isKnown() const { return any<W>(value != Int16s<W>{}); }
+    VEK_INLINE int leastPlaces() const { return isKnown() ? 1 : 0; }
 };
 
-// The halves of 32 bits.
+// Of the high halves h ^ 2h; and where those are but copies of the sign, the sign of low ^ high.
 template <int W>
 struct ProductExcess {
-    Int16s<W> high, low;
+    Int16s<W> high, sign;
     VEK_INLINE ProductExcess operator|(ProductExcess other) const {
-        return {static_cast<Int16s<W>>(high | other.high), static_cast<Int16s<W>>(low | other.low)};
+        return {static_cast<Int16s<W>>(high | other.high), static_cast<Int16s<W>>(sign | other.sign)};
     }
-    VEK_INLINE uint32_t bits() const { return anyBits<int16_t, W>(high) << 16 | anyBits<int16_t, W>(low); }
+    VEK_INLINE int leastPlaces() const {
+        const uint32_t bits = anyBits<int16_t, W>(high);
+        return bits > 1 ? 32 - __builtin_clz(bits) : static_cast<int>(anyBits<int16_t, W>(sign) >> 15);
+    }
 };
 
-// Of results that have been halved.
+// Of 32 bits, and whether an imaginary part is 2^31.
 template <int W>
-struct HalvesExcess {
-    Int32s<W> value;
-    VEK_INLINE HalvesExcess operator|(HalvesExcess other) const { return {value | other.value}; }
-    VEK_INLINE uint32_t bits() const { return anyBits<int32_t, W>(value) << 1; }
+struct ComplexExcess {
+    Int32s<W> value, beyond;
+    VEK_INLINE ComplexExcess operator|(ComplexExcess other) const {
+        return {value | other.value, beyond | other.beyond};
+    }
+    VEK_INLINE int leastPlaces() const {
+        if (any<W>(beyond)) return 17;
+        const uint32_t bits = anyBits<int32_t, W>(value);
+        return bits < 0x10000 ? 0 : 16 - __builtin_clz(bits);
+    }
 };
-
-// The least shift to the right that makes all results fit.
-VEK_INLINE int leastPlaces(uint32_t bits) { return bits < 0x8000 ? 0 : 17 - __builtin_clz(bits); }
 
 // ---- Results --------------------------------------------------------------------------------------------------------
 
@@ -121,19 +129,17 @@ struct Product {
     VEK_INLINE Int16s<W> wrapped() const { return productLow<W>(a, b); }
     VEK_INLINE Int16s<W> saturated() const { return narrowedSaturated<W>(product<W>(a, b)); }
     VEK_INLINE Int16s<W> rightWrapped(int places) const {
-        const auto low = shiftedRightLogical<int16_t, W>(productLow<W>(a, b), 1);
-        const auto high = shiftedLeft<int16_t, W>(productHigh<W>(a, b), 16 - places);
-        return static_cast<Int16s<W>>(shiftedRightLogical<int16_t, W>(low, places - 1) | high);
+        const Int16s<W> factor = splat<W>(static_cast<int16_t>(1 << (16 - places)));   // shifts across the halves
+        return static_cast<Int16s<W>>(productLow<W>(productHigh<W>(a, b), factor) |
+                                      productHighUnsigned<W>(productLow<W>(a, b), factor));
     }
     VEK_INLINE Int16s<W> right(int places) const {
         return narrowedSaturated<W>(product<W>(a, b).map(
             [=](auto w, auto half) VEK_INLINE_LAMBDA { return shiftedRight<int32_t, w>(half, atMost(places, 31)); }));
     }
     VEK_INLINE ProductExcess<W> excess() const {
-        const Int16s<W> low = productLow<W>(a, b);
         const Int16s<W> high = productHigh<W>(a, b);
-        const auto sign = static_cast<Int16s<W>>(high >> 15);
-        return {static_cast<Int16s<W>>(high ^ sign), static_cast<Int16s<W>>(low ^ sign)};
+        return {static_cast<Int16s<W>>(high ^ (high + high)), static_cast<Int16s<W>>(productLow<W>(a, b) ^ high)};
     }
 };
 
@@ -142,15 +148,22 @@ struct Product {
 template <int W>
 struct ComplexProduct {
     static constexpr int half = W / 2;
+    Int16s<W> a, b;
     Int32s<half> re, im;
 
     // a.re b.re - a.im b.im is a.re b.re + a.im ~b.im + a.im.
-    VEK_INLINE ComplexProduct(Int16s<W> a, Int16s<W> b)
-        : re(pairSums<W>(a, static_cast<Int16s<W>>(b ^ alternating<W, int16_t>(0, -1))) +
+    VEK_INLINE ComplexProduct(Int16s<W> x, Int16s<W> y)
+        : a(x),
+          b(y),
+          re(pairSums<W>(a, static_cast<Int16s<W>>(b ^ alternating<W, int16_t>(0, -1))) +
              (bitsAs<Int32s<half>>(a) >> 16)),
           im(pairSums<W>(a, exchanged(b, typename MakeInts<W>::type{}))) {}
 
-    VEK_INLINE Int16s<W> wrapped() const { return wrapped(re, im); }
+    VEK_INLINE Int16s<W> wrapped() const {
+        const Int16s<W> products = productLow<W>(a, b);
+        const auto difference = static_cast<Int16s<W>>(products - exchanged(products, typename MakeInts<W>::type{}));
+        return bitsAs<Int16s<W>>((bitsAs<Int32s<half>>(difference) & splat<half>(0xffff)) | (im << 16));
+    }
     VEK_INLINE Int16s<W> saturated() const {
         return saturated(re, im + (im == splat<half>(least<int32_t>)));   // -2^31 becomes 2^31 - 1
     }
@@ -162,10 +175,8 @@ struct ComplexProduct {
         return saturated(shiftedRight<int32_t, half>(re >> 1, places - 1),
                          shiftedRight<int32_t, half>(halfIm(), places - 1));
     }
-    VEK_INLINE HalvesExcess<half> excess() const {
-        const auto a = re >> 1;
-        const auto b = halfIm();
-        return {(a ^ (a >> 31)) | (b ^ (b >> 31))};
+    VEK_INLINE ComplexExcess<half> excess() const {
+        return {(re ^ (re + re)) | (im ^ (im + im)), im == splat<half>(least<int32_t>)};
     }
 
 private:
@@ -181,6 +192,25 @@ private:
 };
 VEK_INLINE NumberPair complexProduct(Pair<int16_t> a, Pair<int16_t> b) {
     return {{int64_t{a.re} * b.re - int64_t{a.im} * b.im}, {int64_t{a.re} * b.im + int64_t{a.im} * b.re}};
+}
+
+// The least shift to the right after which at(Int<W>, i), a step's results from element i on, fit for all of n
+// elements.
+template <class Step, int W = lanes<int16_t>, class At>
+VEK_INLINE int leastPlaces(size_t n, At at) {
+    constexpr size_t step = Step::elements(W);
+    if constexpr (step > 1)
+        if (n < step) return leastPlaces<Step, narrower<int16_t, W>>(n, at);
+    constexpr size_t unrolled = W == 1 ? 1 : 4;
+    auto all = at(Int<W>{}, n - step).excess();   // some results may count twice
+    size_t i = 0;
+    for (; n - i >= unrolled * step; i += unrolled * step) {
+        unroll<unrolled>([&](auto k) VEK_INLINE_LAMBDA { all = all | at(Int<W>{}, i + k * step).excess(); });
+        if constexpr (requires { all.isKnown(); })
+            if (all.isKnown()) return all.leastPlaces();
+    }
+    for (; n - i > step; i += step) all = all | at(Int<W>{}, i).excess();
+    return all.leastPlaces();
 }
 
 template <Fit F, class Exact>
