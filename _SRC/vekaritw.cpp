@@ -82,14 +82,25 @@ struct Mpy {
     static const auto& of(const VekWCplx*) { return kernels().complexMpy3; }
 };
 
-// dst = a (operation) b by the kernels of both.
+// dst = a (operation) b by the kernels of both, in any mode.
+template <class Kernels, class Operand>
+[[gnu::noinline]] void runScaled(const Kernels& of, const int16_t* a, Operand b, int16_t* dst, std::size_t count,
+                                 int scaleMode, int* scaleFactor) {
+    const Scaling scaling = scalingOf(scaleMode, scaleFactor, [&] { return of.places(a, b, count); });
+    of.run[scaling.fit](a, b, dst, count, scaling.right);
+    if (scaling.left != 0) kernels().left[scaling.fit](dst, count, scaling.left);
+}
+
+// The modes without a factor take the shortest way, which needs no frame.
 template <class Kernels, class Operand>
 VEK_STEPS void run(const Kernels& of, const int16_t* a, Operand b, int16_t* dst, std::size_t count, int scaleMode,
                    int* scaleFactor) {
-    const Scaling scaling = scalingOf(scaleMode, scaleFactor, [&] { return of.places(a, b, count); });
-    of.run[scaling.fit](a, b, dst, count, scaling.right);
-    if (scaling.left != 0) [[unlikely]]
-        kernels().left[scaling.fit](dst, count, scaling.left);
+    static_assert(vek::fitWraps == static_cast<int>(VEK_NO_SCALE) &&
+                  vek::fitSaturates == static_cast<int>(VEK_SATURATE));
+    if (scaleMode == VEK_NO_SCALE || scaleMode == VEK_SATURATE) [[likely]]
+        of.run[scaleMode](a, b, dst, count, 0);
+    else
+        runScaled(of, a, b, dst, count, scaleMode, scaleFactor);
 }
 
 template <class Operation, class T>

@@ -97,7 +97,7 @@ struct ComplexMultiply {
         if constexpr (W == 1)
             return complexProduct(pair(a, i), pair(b, i));
         else
-            return ComplexProduct<W>(load<W>(a + i), operand<W>(b, i));
+            return ComplexProduct<W>(held(load<W>(a + i)), held(operand<W>(b, i)));
     }
 };
 
@@ -115,7 +115,10 @@ struct StepOf<B, true> {
 
 template <class Operation, Fit F, class Operand>
 void run(const int16_t* a, Operand b, int16_t* dst, size_t n, [[maybe_unused]] int places) {
-    constexpr Bound bound = __is_same(Operand, const int16_t*) ? Bound::byMemory : Bound::byStores;
+    // Complex products in 32 bits are long enough steps by themselves.
+    constexpr Bound bound = __is_same(Operation, ComplexMultiply) && F != fitWraps ? Bound::byArithmetic
+                            : __is_same(Operand, const int16_t*)                   ? Bound::byMemory
+                                                                                   : Bound::byStores;
     using Step = typename StepOf<bound, takesPairs<Operation, Operand>>::type;
     forAll<int16_t, Step>(
         dst, n / Step::reals,

@@ -102,11 +102,15 @@ struct Sum {
     VEK_INLINE Int16s<W> wrapped() const { return static_cast<Int16s<W>>(a + b); }
     VEK_INLINE Int16s<W> saturated() const { return addSaturated<W>(a, b); }
     VEK_INLINE Int16s<W> right(int places) const {
-        const auto half = static_cast<Int16s<W>>((a & b) + ((a ^ b) >> 1));
+        const Int16s<W> x = held(a), y = held(b);
+        const auto half = static_cast<Int16s<W>>((x & y) + ((x ^ y) >> 1));
         return shiftedRight<int16_t, W>(half, atMost(places - 1, 15));
     }
     VEK_INLINE Int16s<W> rightWrapped(int places) const { return right(places); }
-    VEK_INLINE SumExcess<W> excess() const { return {static_cast<Int16s<W>>(wrapped() ^ saturated())}; }
+    VEK_INLINE SumExcess<W> excess() const {
+        const Sum of = {held(a), held(b)};
+        return {static_cast<Int16s<W>>(of.wrapped() ^ of.saturated())};
+    }
 };
 template <int W>
 struct Difference {
@@ -115,11 +119,15 @@ struct Difference {
     VEK_INLINE Int16s<W> wrapped() const { return static_cast<Int16s<W>>(a - b); }
     VEK_INLINE Int16s<W> saturated() const { return subSaturated<W>(a, b); }
     VEK_INLINE Int16s<W> right(int places) const {
-        const auto half = static_cast<Int16s<W>>(((a ^ b) >> 1) - (~a & b));
+        const Int16s<W> x = held(a), y = held(b);
+        const auto half = static_cast<Int16s<W>>(((x ^ y) >> 1) - (~x & y));
         return shiftedRight<int16_t, W>(half, atMost(places - 1, 15));
     }
     VEK_INLINE Int16s<W> rightWrapped(int places) const { return right(places); }
-    VEK_INLINE SumExcess<W> excess() const { return {static_cast<Int16s<W>>(wrapped() ^ saturated())}; }
+    VEK_INLINE SumExcess<W> excess() const {
+        const Difference of = {held(a), held(b)};
+        return {static_cast<Int16s<W>>(of.wrapped() ^ of.saturated())};
+    }
 };
 
 template <int W>
@@ -127,19 +135,21 @@ struct Product {
     Int16s<W> a, b;
 
     VEK_INLINE Int16s<W> wrapped() const { return productLow<W>(a, b); }
-    VEK_INLINE Int16s<W> saturated() const { return narrowedSaturated<W>(product<W>(a, b)); }
+    VEK_INLINE Int16s<W> saturated() const { return narrowedSaturated<W>(product<W>(held(a), held(b))); }
     VEK_INLINE Int16s<W> rightWrapped(int places) const {
         const Int16s<W> factor = splat<W>(static_cast<int16_t>(1 << (16 - places)));   // shifts across the halves
-        return static_cast<Int16s<W>>(productLow<W>(productHigh<W>(a, b), factor) |
-                                      productHighUnsigned<W>(productLow<W>(a, b), factor));
+        const Int16s<W> x = held(a), y = held(b);
+        return static_cast<Int16s<W>>(productLow<W>(productHigh<W>(x, y), factor) |
+                                      productHighUnsigned<W>(productLow<W>(x, y), factor));
     }
     VEK_INLINE Int16s<W> right(int places) const {
-        return narrowedSaturated<W>(product<W>(a, b).map(
-            [=](auto w, auto half) VEK_INLINE_LAMBDA { return shiftedRight<int32_t, w>(half, atMost(places, 31)); }));
+        return narrowedSaturated<W>(product<W>(held(a), held(b)).map([=](auto w, auto half) VEK_INLINE_LAMBDA {
+            return shiftedRight<int32_t, w>(half, atMost(places, 31));
+        }));
     }
     VEK_INLINE ProductExcess<W> excess() const {
-        const Int16s<W> high = productHigh<W>(a, b);
-        return {static_cast<Int16s<W>>(high ^ (high + high)), static_cast<Int16s<W>>(productLow<W>(a, b) ^ high)};
+        const Int16s<W> x = held(a), y = held(b), high = productHigh<W>(x, y);
+        return {static_cast<Int16s<W>>(high ^ (high + high)), static_cast<Int16s<W>>(productLow<W>(x, y) ^ high)};
     }
 };
 
