@@ -96,12 +96,8 @@ VEK_INLINE bool anyBelow<8>(__m512d a, __m512d b) {
     return _mm512_cmp_pd_mask(a, b, _CMP_LT_OQ) != 0;
 }
 template <>
-VEK_INLINE bool anyBelow<16>(UintVec<float, 16> a, UintVec<float, 16> b) {
-    return _mm512_cmplt_epu32_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
-}
-template <>
-VEK_INLINE bool anyBelow<8>(UintVec<double, 8> a, UintVec<double, 8> b) {
-    return _mm512_cmplt_epu64_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
+VEK_INLINE bool anyBelow<16>(IntVec<float, 16> a, IntVec<float, 16> b) {
+    return _mm512_cmplt_epi32_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
 }
 #endif
 

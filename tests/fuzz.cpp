@@ -14,8 +14,14 @@
 #include "support/levels.h"
 #include "support/prepared.h"
 #include "support/reports.h"
+
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/common_interface_defs.h>
+// What sanitizers find ends in a signal too, once they have said it.
+extern "C" const char* __asan_default_options() { return "abort_on_error=1:allocator_may_return_null=1"; }
+extern "C" const char* __ubsan_default_options() { return "abort_on_error=1"; }
+constexpr int fatalSignals[] = {SIGABRT};
+#else
+constexpr int fatalSignals[] = {SIGABRT, SIGSEGV, SIGILL, SIGFPE};
 #endif
 
 namespace test {
@@ -30,7 +36,7 @@ std::string level, current;   // the call, for whom it ends the program
 void showCurrent() {
     std::fprintf(stderr, "\n--seed=%llu: %s\n", static_cast<unsigned long long>(seed), current.c_str());
 }
-[[maybe_unused]] void die(int) {
+void die(int) {
     showCurrent();
     std::_Exit(1);
 }
@@ -60,6 +66,20 @@ bool computes(const Row& of, const Cells& cells, VekStatus status) {
                         [&](const Check& check) { return of.value(check.condition, cells) != 0; });
 }
 
+bool differ(const void* a, const void* b, std::size_t bytes, char real, bool exact) {
+    const std::vector<double> x = realsAt(a, bytes, real), y = realsAt(b, bytes, real);
+    double most = 0;
+    for (const double value : x) most = std::max(most, std::abs(value));
+    // Roundings, and the last bit of what has hardly any.
+    const double apart = exact         ? 0
+                         : real == 's' ? most * 1e-5 + 4 * std::numeric_limits<float>::denorm_min()
+                         : real == 'd' ? most * 1e-12 + 4 * std::numeric_limits<double>::denorm_min()
+                                       : 0;
+    for (std::size_t k = 0; k < x.size(); ++k)
+        if (x[k] != y[k] && !(std::isnan(x[k]) && std::isnan(y[k])) && !(std::abs(x[k] - y[k]) <= apart)) return true;
+    return false;
+}
+
 class Step {
 public:
     explicit Step(Data& from) : random(from) {}
@@ -69,17 +89,17 @@ public:
         choose();
         Prepared prepared(tested, plain, options);
         const Cells& cells = prepared.cells;
-        const bool fits = spoil(prepared.cells);
+        const bool fits = spoil(prepared.cells) && options.hostile == nullptr;
         const bool computing = computes(tested, cells, old);
-        if (computing && !fits) return {};   // its arrays are not for that size
+        if (computing && !fits) return {};   // what it would work on is not there
         VekStatus status = old;
         std::string wanted = tested.expectedReports(cells, status);
+        describe(cells);
         for (const Check& check : tested.late) {
             if (!computing || tested.value(check.condition, cells) == 0) continue;
             status = VEK_StsBadArg;
             wanted += reportLine(status, tested.name(), check.message, tested.group.module);
         }
-        describe(cells);
 
         reports.clear();
         vekSetErrStatus(old);
@@ -111,7 +131,7 @@ public:
         if ((outOf || !computing || tested.group.returnsStatus) && !(result == returned))
             return "result " + std::to_string(result.get<int>());
         if (outOf || !computing) return prepared.untouched() ? "" : "outputs touched";
-        return compare(prepared);
+        return compare(prepared, result);
     }
 
 private:
@@ -145,7 +165,7 @@ private:
         vekSetErrMode(VEK_ErrModeSilent);
     }
 
-    // Other values for some of the arguments; false: for a size.
+    // Other values for some of the arguments; false: of a size, or such that the arrays are too short.
     bool spoil(Cells& cells) {
         bool fits = true;
         for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -165,32 +185,37 @@ private:
             wild = wild || real;
             fits = fits && role != Role::length && role != Role::order;
         }
+        for (const Argument& of : tested.arguments)
+            fits = fits && (!of.isBuffer() || tested.elements(of, cells) <= tested.elements(of, plain));
         return fits;
     }
 
-    // The same call on other arrays: at its own level the same bits, at the first one the same but for roundings.
-    std::string compare(const Prepared& prepared) {
+    // The same call on arrays apart: at its own level the same bits, at the first one the same but for roundings.
+    std::string compare(const Prepared& prepared, const Cell& result) {
         const bool exact = wild || random.below(2) != 0;
         if (!exact) forceLevel(levels.front());
-        SceneOptions other = options;
-        other.places.clear();
-        Prepared again(tested, plain, other);
-        for (std::size_t i = 0; i < plain.size(); ++i)
-            if (!tested.arguments[i].type.pointer || prepared.cells[i] == Cell{}) again.cells[i] = prepared.cells[i];
-        vekSetErrStatus(old);
-        again.call();
-        if (!exact) forceLevel(level);
+        SceneOptions apart = options;
+        apart.places.clear();
+        if (tested.group.setUp == nullptr) apart.aliases.clear();   // records would be set up with other data
+        Prepared again(tested, plain, apart);
         for (std::size_t i = 0; i < plain.size(); ++i) {
-            const char real = tested.arguments[i].type.real();
-            if (!tested.arguments[i].isWritten()) continue;
+            const Argument& argument = tested.arguments[i];
+            if (!argument.type.pointer || prepared.cells[i] == Cell{}) again.cells[i] = prepared.cells[i];
+            if (!argument.isBuffer() || again.cells[i] == Cell{}) continue;
+            const std::size_t bytes = tested.elements(argument, plain) * argument.type.bytes;
+            std::memcpy(again.cells[i].get<void*>(), prepared.initial(static_cast<int>(i)).data(), bytes);
+        }
+        vekSetErrStatus(old);
+        const Cell other = again.call();
+        if (!exact) forceLevel(level);
+        const ArgumentType& type = tested.function.result;
+        if (!type.pointer && differ(result.bytes, other.bytes, type.bytes, type.real(), exact)) return "other result";
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            const Argument& argument = tested.arguments[i];
+            if (!argument.isWritten()) continue;
             const auto a = prepared.now(static_cast<int>(i)), b = again.now(static_cast<int>(i));
-            const std::vector<double> x = realsAt(a.data(), a.size(), real), y = realsAt(b.data(), b.size(), real);
-            double most = 0;
-            for (const double value : x) most = std::max(most, std::abs(value));
-            const double apart = exact ? 0 : most * (real == 's' ? 1e-5 : real == 'd' ? 1e-12 : 0);
-            for (std::size_t k = 0; k < x.size(); ++k)
-                if (x[k] != y[k] && !(std::isnan(x[k]) && std::isnan(y[k])) && !(std::abs(x[k] - y[k]) <= apart))
-                    return tested.arguments[i].name + ": " + std::to_string(k) + " differs between two such calls";
+            if (differ(a.data(), b.data(), a.size(), argument.type.real(), exact))
+                return argument.name + " differs between two such calls";
         }
         return {};
     }
@@ -209,11 +234,7 @@ private:
 }   // namespace
 
 int fuzz(double seconds, bool seeded) {
-#ifdef __SANITIZE_ADDRESS__
-    __sanitizer_set_death_callback(showCurrent);
-#else
-    for (const int signal : {SIGSEGV, SIGILL, SIGFPE, SIGABRT}) std::signal(signal, die);
-#endif
+    for (const int signal : fatalSignals) std::signal(signal, die);
     if (!seeded) seed = std::random_device{}();
     std::printf("Fuzzing from --seed=%llu\n", static_cast<unsigned long long>(seed));
     std::fflush(stdout);

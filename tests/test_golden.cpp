@@ -29,26 +29,17 @@ const std::string target = "linux/";
 constexpr const char* file = VEK_SOURCE_DIR "/tests/golden.txt";
 constexpr const char* sines = "sincos";
 
-using Lines = std::map<std::string, std::string>;   // hashes by key
+using Lines = std::map<std::string, std::uint64_t>;   // hashes by key
 
-struct Hash {
-    std::uint64_t value = 0;
-
-    void add(const void* start, std::size_t bytes, char real) {
-        for (double number : realsAt(start, bytes, real)) {
-            if (std::isnan(number)) number = std::numeric_limits<double>::quiet_NaN();   // all are one
-            std::uint64_t bits = 0;
-            std::memcpy(&bits, &number, sizeof bits);
-            value = (value ^ bits) * 0x9e3779b97f4a7c15ull;
-            value ^= value >> 29;
-        }
+void hashIn(std::uint64_t& hash, const void* start, std::size_t bytes, char real) {
+    for (double number : realsAt(start, bytes, real)) {
+        if (std::isnan(number)) number = std::numeric_limits<double>::quiet_NaN();   // all are one
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &number, sizeof bits);
+        hash = (hash ^ bits) * 0x9e3779b97f4a7c15ull;
+        hash ^= hash >> 29;
     }
-    std::string text() const {
-        char digits[17];
-        std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(value));
-        return digits;
-    }
-};
+}
 
 bool hasResults(const Row& of) {
     return of.group.gate != Gate::always &&
@@ -56,8 +47,8 @@ bool hasResults(const Row& of) {
             std::any_of(of.arguments.begin(), of.arguments.end(), [](const Argument& a) { return a.isWritten(); }));
 }
 
-std::string hashOf(const Row& of) {
-    Hash hash;
+std::uint64_t hashOf(const Row& of) {
+    std::uint64_t hash = 0;
     Reports reports;
     const std::vector<int> orders = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, lengths = {1, 2, 3, 7, 64, 67, 300};
     for (const int size : of.takesOrder() ? orders : lengths)
@@ -76,29 +67,29 @@ std::string hashOf(const Row& of) {
             reports.clear();
             const Cell result = prepared.call();
             if (!of.function.result.pointer)
-                hash.add(result.bytes, of.function.result.bytes, of.function.result.real());
+                hashIn(hash, result.bytes, of.function.result.bytes, of.function.result.real());
             for (std::size_t i = 0; i < plain.size(); ++i) {
                 if (!of.arguments[i].isWritten()) continue;
                 const std::vector<unsigned char> now = prepared.now(static_cast<int>(i));
-                hash.add(now.data(), now.size(), of.arguments[i].type.real());
+                hashIn(hash, now.data(), now.size(), of.arguments[i].type.real());
             }
         }
-    return hash.text();
+    return hash;
 }
 
 // Of the angles that the tables of those sizes have.
-std::string hashOfSines() {
-    Hash hash;
+std::uint64_t hashOfSines() {
+    std::uint64_t hash = 0;
     for (const int n : {1024, 3, 7, 67, 300})
         for (int i = 0; i <= n; ++i) {
             const double angle = 6.283185307179586 * (i / (8.0 * n));
             const double both[] = {std::cos(angle), std::sin(angle)};
-            hash.add(both, sizeof both, 'd');
+            hashIn(hash, both, sizeof both, 'd');
         }
-    return hash.text();
+    return hash;
 }
 
-bool isRecorded(const Lines& lines, const std::string& level, const std::string& hash, bool sameSines) {
+bool isRecorded(const Lines& lines, const std::string& level, std::uint64_t hash, bool sameSines) {
     bool found = false;
     for (const auto& [key, recorded] : lines) {
         const std::size_t slash = key.find('/') + 1;
@@ -112,9 +103,10 @@ bool isRecorded(const Lines& lines, const std::string& level, const std::string&
 TEST(Golden, ResultsAreTheRecordedOnes) {
     const std::uint64_t usual = seed;
     seed = 1;
+    writesGolden = writesGolden && levelNames().front() != "auto";   // which level that is, nobody says
     std::map<std::string, Lines> known, fresh;
     std::ifstream in(file);
-    for (std::string name, key, hash; in >> name >> key >> hash;) known[name][key] = hash;
+    for (std::string name, key; in >> name >> key;) in >> std::hex >> known[name][key];
     const bool sameSines = known[sines][target + "*"] == hashOfSines();
     if (!sameSines) std::printf("Other sines and cosines than recorded: transforms are passed over\n");
     (fresh[sines] = known[sines])[target + "*"] = hashOfSines();
@@ -136,11 +128,12 @@ TEST(Golden, ResultsAreTheRecordedOnes) {
         }
         EXPECT_TRUE(agree || perLevel) << of.name() << ": levels differ, though its key is " << form;
     }
+    EXPECT_TRUE(writesGolden || fresh.size() == known.size()) << "lines of what is no export";
     seed = usual;
     if (!writesGolden || HasFailure()) return;
     std::ofstream out(file, std::ios::binary);
     for (const auto& [name, lines] : fresh)
-        for (const auto& [key, hash] : lines) out << name << " " << key << " " << hash << "\n";
+        for (const auto& [key, hash] : lines) out << name << " " << key << " " << std::hex << hash << "\n";
 }
 
 }   // namespace
