@@ -35,6 +35,7 @@
 #define VEKM6_H
 
 #include "vekm6/arith.h"
+#include "vekm6/aritw.h"
 #include "vekm6/fft.h"
 #include "vekm6/frame.h"
 #include "vekm6/memory.h"

@@ -268,6 +268,19 @@ VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
     forAll<T, RealStep<B>>(dst, n, compute, [=](size_t i, auto value) VEK_INLINE_LAMBDA { store(dst + i, value); });
 }
 
+// Bytes from which the C library's copy is faster: where source and destination outgrow the first-level
+// cache, it moves whole cache lines. `script/bench arith` shows both sides of the limit.
+inline constexpr size_t longCopy = 24 * 1024;
+
+template <class T>
+VEK_INLINE void copyReals(const T* src, T* dst, size_t n) {
+    if (n * sizeof(T) >= longCopy) {
+        __builtin_memmove(dst, src, n * sizeof(T));
+        return;
+    }
+    mapReals(dst, n, [=](auto w, size_t i) { return load<w>(src + i); });
+}
+
 // ---- Reductions -----------------------------------------------------------------------------------------------------
 
 // Several chains, so that each addition need not wait for the one before it.

@@ -55,7 +55,7 @@ std::string outOfMemory(const Row& of, const Cells& cells) {
     if (of.inner.name.empty()) return reportLine(VEK_StsNoMemory, of.name(), of.group.noMemory, of.group.module);
     const std::string one = outOfMemory(row(of.inner.name), {});   // each of both signals asks for its tables
     return one + (of.value(of.inner.both, cells) != 0 ? one : "") +
-           reportLine(VEK_StsBacktrace, of.name(), "out " + of.inner.name, of.group.module);
+           reportLine(VEK_StsBacktrace, of.name(), of.inner.message, of.group.module);
 }
 
 // Whether the call comes as far as its data.

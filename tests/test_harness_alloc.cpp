@@ -23,7 +23,7 @@ std::string noMemoryReports(const Row& of) {
     if (of.inner.name.empty()) return reportLine(VEK_StsNoMemory, of.name(), of.group.noMemory, of.group.module);
     // Each of both signals asks for its tables.
     const std::string one = noMemoryReports(row(of.inner.name));
-    return one + one + reportLine(VEK_StsBacktrace, of.name(), "out " + of.inner.name, of.group.module);
+    return one + one + reportLine(VEK_StsBacktrace, of.name(), of.inner.message, of.group.module);
 }
 
 class Memory : public testing::TestWithParam<std::string> {
@@ -109,7 +109,7 @@ TEST_P(Memory, LargestOrders) {
         std::string wanted =
             reportLine(VEK_StsNoMemory, reporter.name(), reporter.group.noMemory, reporter.group.module);
         if (!tested.inner.name.empty())   // initialises once
-            wanted += reportLine(VEK_StsBacktrace, tested.name(), "out " + tested.inner.name, tested.group.module);
+            wanted += reportLine(VEK_StsBacktrace, tested.name(), tested.inner.message, tested.group.module);
         EXPECT_EQ(reports.text(), wanted) << order;
         const Cell failure = tested.expectedFailure(VEK_StsNoMemory);
         EXPECT_EQ(std::memcmp(result.bytes, failure.bytes, sizeof result.bytes), 0) << order;
