@@ -1,15 +1,18 @@
-#include "runner.h"
+// Permutations and the tables of transforms.
+#include "family.h"
 
-int main(int argc, char** argv) {
-    const bench::Family family = {
+namespace bench {
+
+static const RegisterFamily misc({
+    .name = "misc",
+    .modules = {"vekmisc", "vektwd"},
+    .measured =
         [](const test::Row& row) {
-            const std::string member = row.name().substr(4);
-            return member == "bBitRev1" || member == "bBitRev2" || member == "CalcFftTwdTbl";
+            const std::string& operation = row.function.operation;
+            return operation == "bBitRev1" || operation == "bBitRev2" || operation == "CalcFftTwdTbl";
         },
-        {"vekmisc", "vektwd"},
-        {4, 6, 8, 10, 12, 14, 16, 18, 20},
-        {6, 10, 14},
-        {bench::addTableLoops},
-    };
-    return bench::run(argc, argv, family);
-}
+    .sizes = {4, 6, 8, 10, 12, 14, 16, 18, 20},
+    .quickSizes = {6, 10, 14},
+});
+
+}   // namespace bench

@@ -1,9 +1,9 @@
-// Times a few operations of each family, without any other library, so that it runs against the shared library on both
-// systems: "operation size nanoseconds" by line. Natively it takes level avx2, the best that the DLL has.
+// Times the operations that families name for it, without any other library, so that it runs against the shared library
+// on both systems: "operation size nanoseconds" by line. Natively it takes level avx2, the best that the DLL has.
 #include <algorithm>
 #include <cstdio>
 
-#include "problem.h"
+#include "family.h"
 
 #ifdef VEK_BENCH_NATIVE
 #include "kernels/level/levels.h"
@@ -11,14 +11,10 @@
 
 namespace {
 
-const char* const vectors[] = {"veksbAdd3",  "vekcbMpy3",  "vekdbMpy3",    "vekcbConjFlip2",
-                               "veksbSqrt2", "vekcbSqrt2", "veksbThresh2", "vekzbInvThresh2"};
-const char* const transforms[] = {"vekcFft",        "vekcFftNip",    "vekzFft",        "vekzFftNip",
-                                  "veksRealFftNip", "veksCcsFftNip", "vekdRealFftNip", "vekdCcsFftNip"};
-
-void measure(const char* name, int size) {
-    bench::Problem problem(test::row(name), size);
-    const auto loop = [&problem](std::size_t times) { problem.call(times); };
+void measure(const bench::Family& family, const char* name, int size) {
+    const test::Row& row = test::row(name);
+    const bench::Problem problem(family, row, size, family.variants(row)[0]);
+    const auto loop = [&problem](std::size_t times) { problem.row.function.repeat(problem.cells, times); };
     loop(1);
     const std::size_t times = bench::timesFor(loop, 5e5);
     double least = 1e300;
@@ -37,9 +33,8 @@ int main() {
     if (!vek::level::force("avx2")) return 1;
 #endif
     vekRedirectError(vekNulDevReport);
-    for (const char* name : vectors)
-        for (const int n : {8, 64, 1024, 16384}) measure(name, n);
-    for (const char* name : transforms)
-        for (const int order : {4, 6, 8, 10, 12, 14, 16}) measure(name, order);
+    for (const bench::Family& family : bench::families())
+        for (const char* name : family.dllRows)
+            for (const int size : family.dllSizes) measure(family, name, size);
     return vekGetErrStatus() < 0;
 }

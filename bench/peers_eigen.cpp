@@ -1,4 +1,4 @@
-// Compiled twice: BITS is the width of the vectors, and Eigen itself is renamed, so that both copies can stand in one
+// Compiled twice: WIDTH is that of the vectors, and Eigen itself is renamed, so that both copies can stand in one
 // program.
 #include <Eigen/Core>
 
@@ -10,60 +10,90 @@ namespace bench {
 
 namespace {
 
+template <class T>
+struct ScalarOf {
+    using type = T;
+};
+template <>
+struct ScalarOf<VekCplx> {
+    using type = std::complex<float>;
+};
+template <>
+struct ScalarOf<VekDCplx> {
+    using type = std::complex<double>;
+};
+template <class T>
+using Scalar = typename ScalarOf<T>::type;
+
+template <class T>
+auto vector(T* data, int n) {
+    using S = Scalar<std::remove_const_t<T>>;
+    using Vector = Eigen::Array<S, Eigen::Dynamic, 1>;
+    if constexpr (std::is_const_v<T>)
+        return Eigen::Map<const Vector>(reinterpret_cast<const S*>(data), n);
+    else
+        return Eigen::Map<Vector>(reinterpret_cast<S*>(data), n);
+}
+
+// A function for each form of arguments.
+template <class T, auto F>
+void fill(T* out, int n) {
+    F(vector(out, n));
+}
+template <class T, auto F>
+void fillWith(T value, T* out, int n) {
+    Scalar<T> scalar;
+    std::memcpy(&scalar, &value, sizeof value);
+    F(vector(out, n), scalar);
+}
+template <class T, auto F>
+void one(const T* a, T* out, int n) {
+    F(vector(out, n), vector(a, n));
+}
+template <class T, auto F>
+void two(const T* a, const T* b, T* out, int n) {
+    F(vector(out, n), vector(a, n), vector(b, n));
+}
+template <class T>
+void limited(const T* a, T* out, int n, T limit, int) {
+    vector(out, n) = vector(a, n).max(limit);
+}
+
 #define TEXT_OF(bits) #bits
 #define TEXT(bits) TEXT_OF(bits)
-#define JOIN_OF(a, b) a##b
-#define JOIN(a, b) JOIN_OF(a, b)
 
-template <class S>
-void addFor(const Problem& problem, Peers& peers) {
-    using Vector = Eigen::Array<S, Eigen::Dynamic, 1>;
-    using Real = typename Eigen::NumTraits<S>::Real;
-    const auto n = static_cast<Eigen::Index>(problem.n);
-    auto* out = static_cast<S*>(problem.out);
-    const auto* a = static_cast<const S*>(problem.in.empty() ? problem.out : problem.in[0]);
-    const auto* b = static_cast<const S*>(problem.in.size() < 2 ? problem.out : problem.in[1]);
-    const auto value = problem.scalar.get<S>();
-    [[maybe_unused]] const Real thresh = problem.scalar.get<Real>();
-
-    const auto add = [&](const char* operation, auto compute) {
-        if (problem.operation != operation) return;
-        peers.push_back(peerOf("Eigen " TEXT(BITS), [=] {
-            Eigen::Map<Vector> to(out, n);
-            const Eigen::Map<const Vector> first(a, n);
-            const Eigen::Map<const Vector> second(b, n);
-            compute(to, first, second);
-        }));
+template <class T>
+void add() {
+    const auto peer = [](const char* operation, auto* function) {
+        addPeer("Eigen " TEXT(WIDTH), nameOf<T>(operation), function);
     };
-    add("Zero", [](auto& to, auto&, auto&) { to.setZero(); });
-    add("Set", [=](auto& to, auto&, auto&) { to.setConstant(value); });
-    add("Copy", [](auto& to, auto& x, auto&) { to = x; });
-    add("Add1", [=](auto& to, auto& x, auto&) { to = x + value; });
-    add("Sub1", [=](auto& to, auto& x, auto&) { to = x - value; });
-    add("Mpy1", [=](auto& to, auto& x, auto&) { to = x * value; });
-    add("Add", [](auto& to, auto& x, auto& y) { to = x + y; });
-    add("Sub", [](auto& to, auto& x, auto& y) { to = x - y; });
-    add("Mpy", [](auto& to, auto& x, auto& y) { to = x * y; });
-    add("Sqr", [](auto& to, auto& x, auto&) { to = x.square(); });
-    add("Sqrt", [](auto& to, auto& x, auto&) { to = x.sqrt(); });
-    if constexpr (Eigen::NumTraits<S>::IsComplex) {
-        add("Conj", [](auto& to, auto& x, auto&) { to = x.conjugate(); });
-        add("ConjFlip", [](auto& to, auto& x, auto&) { to = x.conjugate().reverse(); });
+    peer("bZero", fill<T, [](auto to) { to.setZero(); }>);
+    peer("bSet", fillWith<T, [](auto to, auto value) { to.setConstant(value); }>);
+    peer("bCopy", one<T, [](auto to, auto x) { to = x; }>);
+    peer("bAdd1", fillWith<T, [](auto to, auto value) { to += value; }>);
+    peer("bSub1", fillWith<T, [](auto to, auto value) { to -= value; }>);
+    peer("bMpy1", fillWith<T, [](auto to, auto value) { to *= value; }>);
+    peer("bAdd3", two<T, [](auto to, auto x, auto y) { to = x + y; }>);
+    peer("bSub3", two<T, [](auto to, auto x, auto y) { to = x - y; }>);
+    peer("bMpy3", two<T, [](auto to, auto x, auto y) { to = x * y; }>);
+    peer("bSqr2", one<T, [](auto to, auto x) { to = x.square(); }>);
+    peer("bSqrt2", one<T, [](auto to, auto x) { to = x.sqrt(); }>);
+    if constexpr (Eigen::NumTraits<Scalar<T>>::IsComplex) {
+        peer("bConj2", one<T, [](auto to, auto x) { to = x.conjugate(); }>);
+        peer("bConjFlip2", one<T, [](auto to, auto x) { to = x.conjugate().reverse(); }>);
     } else {
-        add("Abs", [](auto& to, auto& x, auto&) { to = x.abs(); });
-        add("Thresh", [=](auto& to, auto& x, auto&) { to = x.max(thresh); });
+        peer("bAbs2", one<T, [](auto to, auto x) { to = x.abs(); }>);
+        peer("bThresh2", limited<T>);
     }
 }
+
+const RegisterPeers eigen([] {
+    add<float>();
+    add<double>();
+    add<VekCplx>();
+    add<VekDCplx>();
+});
 
 }   // namespace
-
-void JOIN(addEigen, BITS)(const Problem& problem, Peers& peers) {
-    switch (problem.type) {
-        case 's': return addFor<float>(problem, peers);
-        case 'd': return addFor<double>(problem, peers);
-        case 'c': return addFor<std::complex<float>>(problem, peers);
-        case 'z': return addFor<std::complex<double>>(problem, peers);
-    }
-}
 
 }   // namespace bench

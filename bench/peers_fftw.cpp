@@ -33,35 +33,40 @@ FFTW_OF(float, fftwf)
 FFTW_OF(double, fftw)
 #undef FFTW_OF
 
-template <class T>
-void addFor(const Problem& problem, Peers& peers) {
-    using F = Fftw<T>;
-    using Pair = typename F::Pair;
-    const int n = 1 << problem.size;
-    std::string operation = problem.operation;
-    if (operation.size() > 3 && operation.substr(operation.size() - 3) == "Nip") operation.resize(operation.size() - 3);
-    void* in = problem.in[0];
-    void* out = problem.out;
+template <class T, class Make>
+void add(const std::string& of, Make make) {
     const std::pair<const char*, unsigned> efforts[] = {{"FFTW estimate", FFTW_ESTIMATE},
                                                         {"FFTW measure", FFTW_MEASURE}};
-    for (const auto& [name, effort] : efforts) {
-        typename F::Plan plan = nullptr;
-        if (operation == "Fft") plan = F::complex(n, static_cast<Pair*>(in), static_cast<Pair*>(out), effort);
-        if (operation == "RealFft") plan = F::forward(n, static_cast<T*>(in), static_cast<Pair*>(out), effort);
-        if (operation == "CcsFft") plan = F::inverse(n, static_cast<Pair*>(in), static_cast<T*>(out), effort);
-        if (plan == nullptr) continue;
-        const std::shared_ptr<std::remove_pointer_t<typename F::Plan>> held(plan, F::destroy);
-        peers.push_back(peerOf(name, [held, plan] { F::execute(plan); }));
-    }
+    for (const auto& [name, effort] : efforts)
+        for (const char* nip : {"", "Nip"})
+            addPeer(name, of + nip, [make, effort = effort](const Problem& problem) {
+                const auto plan = make(1 << problem.size, problem, effort);
+                return [held = std::shared_ptr<std::remove_pointer_t<decltype(plan)>>(plan, Fftw<T>::destroy)] {
+                    Fftw<T>::execute(held.get());
+                };
+            });
 }
+
+template <class T, class Complex>
+void addFor() {
+    using F = Fftw<T>;
+    using Pair = typename F::Pair;
+    add<T>(nameOf<Complex>("Fft"), [](int n, const Problem& problem, unsigned effort) {
+        return F::complex(n, problem.source<Pair>(), problem.target<Pair>(), effort);
+    });
+    add<T>(nameOf<T>("RealFft"), [](int n, const Problem& problem, unsigned effort) {
+        return F::forward(n, problem.source<T>(), problem.target<Pair>(), effort);
+    });
+    add<T>(nameOf<T>("CcsFft"), [](int n, const Problem& problem, unsigned effort) {
+        return F::inverse(n, problem.source<Pair>(), problem.target<T>(), effort);
+    });
+}
+
+const RegisterPeers fftw([] {
+    addFor<float, VekCplx>();
+    addFor<double, VekDCplx>();
+});
 
 }   // namespace
-
-void addFftw(const Problem& problem, Peers& peers) {
-    if (problem.isDouble())
-        addFor<double>(problem, peers);
-    else
-        addFor<float>(problem, peers);
-}
 
 }   // namespace bench

@@ -7,28 +7,31 @@
 
 namespace bench {
 
-// Debian builds it for float.
-void addKissFft(const Problem& problem, Peers& peers) {
-    const bool inverse = problem.operation.find("Ccs") == 0;
-    if (problem.isDouble() || problem.inPlace || problem.size < 1) return;
-    const int n = 1 << problem.size;
-    void* in = problem.in[0];
-    void* out = problem.out;
-    const auto add = [&](auto plan, auto run) {
-        const std::shared_ptr<std::remove_pointer_t<decltype(plan)>> held(plan, [](void* it) { kiss_fft_free(it); });
-        peers.push_back(peerOf("KissFFT", [held, plan, run] { run(plan); }));
-    };
-    if (problem.operation == "FftNip")
-        add(kiss_fft_alloc(n, 0, nullptr, nullptr), [=](kiss_fft_cfg plan) {
-            kiss_fft(plan, static_cast<const kiss_fft_cpx*>(in), static_cast<kiss_fft_cpx*>(out));
-        });
-    if (problem.operation == "RealFftNip" || problem.operation == "CcsFftNip")
-        add(kiss_fftr_alloc(n, inverse, nullptr, nullptr), [=](kiss_fftr_cfg plan) {
-            if (inverse)
-                kiss_fftri(plan, static_cast<const kiss_fft_cpx*>(in), static_cast<kiss_fft_scalar*>(out));
-            else
-                kiss_fftr(plan, static_cast<const kiss_fft_scalar*>(in), static_cast<kiss_fft_cpx*>(out));
-        });
+namespace {
+
+template <class Plan>
+auto owned(Plan plan) {
+    return std::shared_ptr<std::remove_pointer_t<Plan>>(plan, [](void* it) { kiss_fft_free(it); });
 }
+
+// Debian builds it for float.
+const RegisterPeers kissFft([] {
+    addPeer("KissFFT", "vekcFftNip", [](const Problem& problem) {
+        return
+            [plan = owned(kiss_fft_alloc(1 << problem.size, 0, nullptr, nullptr)), in = problem.source<kiss_fft_cpx>(),
+             out = problem.target<kiss_fft_cpx>()] { kiss_fft(plan.get(), in, out); };
+    });
+    addPeer("KissFFT", "veksRealFftNip", [](const Problem& problem) {
+        return [plan = owned(kiss_fftr_alloc(1 << problem.size, 0, nullptr, nullptr)), in = problem.source<float>(),
+                out = problem.target<kiss_fft_cpx>()] { kiss_fftr(plan.get(), in, out); };
+    });
+    addPeer("KissFFT", "veksCcsFftNip", [](const Problem& problem) {
+        return
+            [plan = owned(kiss_fftr_alloc(1 << problem.size, 1, nullptr, nullptr)), in = problem.source<kiss_fft_cpx>(),
+             out = problem.target<float>()] { kiss_fftri(plan.get(), in, out); };
+    });
+});
+
+}   // namespace
 
 }   // namespace bench

@@ -14,55 +14,54 @@
 
 namespace bench {
 
-void addVolk(const Problem& problem, Peers& peers) {
-    const std::string operation = problem.type + (":" + problem.operation);
-    const auto n = static_cast<unsigned>(problem.n);
-    const auto add = [&](auto call) { peers.push_back(peerOf("VOLK", call)); };
-    const auto both = [&](auto chosen, auto narrow) {
-        const bool wide = __builtin_cpu_supports("avx512f") != 0;
-        peers.push_back(peerOf(wide ? "VOLK 512" : "VOLK", chosen));
-        if (wide) peers.push_back(peerOf("VOLK 256", narrow));
-    };
-    const auto in = [&](std::size_t i) { return i < problem.in.size() ? problem.in[i] : problem.out; };
+namespace {
 
-    if (problem.type == 's') {
-        auto* out = static_cast<float*>(problem.out);
-        const auto* a = static_cast<const float*>(in(0));
-        const auto* b = static_cast<const float*>(in(1));
-        const auto value = problem.scalar.get<float>();
-        if (operation == "s:Add")
-            both([=] { volk_32f_x2_add_32f(out, a, b, n); }, [=] { volk_32f_x2_add_32f_a_avx(out, a, b, n); });
-        if (operation == "s:Sub")
-            both([=] { volk_32f_x2_subtract_32f(out, a, b, n); },
-                 [=] { volk_32f_x2_subtract_32f_a_avx(out, a, b, n); });
-        if (operation == "s:Mpy")
-            both([=] { volk_32f_x2_multiply_32f(out, a, b, n); },
-                 [=] { volk_32f_x2_multiply_32f_a_avx(out, a, b, n); });
-        if (operation == "s:Sqr")
-            both([=] { volk_32f_x2_multiply_32f(out, a, a, n); },
-                 [=] { volk_32f_x2_multiply_32f_a_avx(out, a, a, n); });
-        if (operation == "s:Add1") add([=] { volk_32f_s32f_add_32f(out, a, value, n); });
-        if (operation == "s:Sub1") add([=] { volk_32f_s32f_add_32f(out, a, -value, n); });
-        if (operation == "s:Mpy1") add([=] { volk_32f_s32f_multiply_32f(out, a, value, n); });
-        if (operation == "s:Sqrt") add([=] { volk_32f_sqrt_32f(out, a, n); });
-    } else if (problem.type == 'd') {
-        auto* out = static_cast<double*>(problem.out);
-        const auto* a = static_cast<const double*>(in(0));
-        const auto* b = static_cast<const double*>(in(1));
-        if (operation == "d:Add") add([=] { volk_64f_x2_add_64f(out, a, b, n); });
-        if (operation == "d:Mpy") add([=] { volk_64f_x2_multiply_64f(out, a, b, n); });
-        if (operation == "d:Sqr") add([=] { volk_64f_x2_multiply_64f(out, a, a, n); });
-    } else if (problem.type == 'c') {
-        auto* out = static_cast<lv_32fc_t*>(problem.out);
-        const auto* a = static_cast<const lv_32fc_t*>(in(0));
-        const auto* b = static_cast<const lv_32fc_t*>(in(1));
-        const auto value = problem.scalar.get<lv_32fc_t>();
-        if (operation == "c:Add") add([=] { volk_32fc_x2_add_32fc(out, a, b, n); });
-        if (operation == "c:Mpy") add([=] { volk_32fc_x2_multiply_32fc(out, a, b, n); });
-        if (operation == "c:Sqr") add([=] { volk_32fc_x2_multiply_32fc(out, a, a, n); });
-        if (operation == "c:Mpy1") add([=] { volk_32fc_s32fc_multiply_32fc(out, a, value, n); });
-        if (operation == "c:Conj") add([=] { volk_32fc_conjugate_32fc(out, a, n); });
-    }
-}
+lv_32fc_t* pairs(VekCplx* at) { return reinterpret_cast<lv_32fc_t*>(at); }
+const lv_32fc_t* pairs(const VekCplx* at) { return reinterpret_cast<const lv_32fc_t*>(at); }
+unsigned length(int n) { return static_cast<unsigned>(n); }
+
+const RegisterPeers volk([] {
+    const auto peer = [](const char* of, auto call) { addPeer("VOLK", of, +call); };
+    // With what it chooses here, and with 256 bits where it would choose more.
+    const auto both = [](const char* of, auto chosen, auto narrow) {
+        const bool wide = __builtin_cpu_supports("avx512f") != 0;
+        addPeer(wide ? "VOLK 512" : "VOLK", of, +chosen);
+        if (wide) addPeer("VOLK 256", of, +narrow);
+    };
+
+#define TWO(kernel) [](const float* a, const float* b, float* out, int n) { kernel(out, a, b, length(n)); }
+    both("veksbAdd3", TWO(volk_32f_x2_add_32f), TWO(volk_32f_x2_add_32f_a_avx));
+    both("veksbSub3", TWO(volk_32f_x2_subtract_32f), TWO(volk_32f_x2_subtract_32f_a_avx));
+    both("veksbMpy3", TWO(volk_32f_x2_multiply_32f), TWO(volk_32f_x2_multiply_32f_a_avx));
+#define SQUARE(kernel) [](const float* a, float* out, int n) { kernel(out, a, a, length(n)); }
+    both("veksbSqr2", SQUARE(volk_32f_x2_multiply_32f), SQUARE(volk_32f_x2_multiply_32f_a_avx));
+    peer("veksbAdd1", [](float value, float* out, int n) { volk_32f_s32f_add_32f(out, out, value, length(n)); });
+    peer("veksbSub1", [](float value, float* out, int n) { volk_32f_s32f_add_32f(out, out, -value, length(n)); });
+    peer("veksbMpy1", [](float value, float* out, int n) { volk_32f_s32f_multiply_32f(out, out, value, length(n)); });
+    peer("veksbSqrt2", [](const float* a, float* out, int n) { volk_32f_sqrt_32f(out, a, length(n)); });
+
+    peer("vekdbAdd3",
+         [](const double* a, const double* b, double* out, int n) { volk_64f_x2_add_64f(out, a, b, length(n)); });
+    peer("vekdbMpy3",
+         [](const double* a, const double* b, double* out, int n) { volk_64f_x2_multiply_64f(out, a, b, length(n)); });
+    peer("vekdbSqr2", [](const double* a, double* out, int n) { volk_64f_x2_multiply_64f(out, a, a, length(n)); });
+
+    peer("vekcbAdd3", [](const VekCplx* a, const VekCplx* b, VekCplx* out, int n) {
+        volk_32fc_x2_add_32fc(pairs(out), pairs(a), pairs(b), length(n));
+    });
+    peer("vekcbMpy3", [](const VekCplx* a, const VekCplx* b, VekCplx* out, int n) {
+        volk_32fc_x2_multiply_32fc(pairs(out), pairs(a), pairs(b), length(n));
+    });
+    peer("vekcbSqr2", [](const VekCplx* a, VekCplx* out, int n) {
+        volk_32fc_x2_multiply_32fc(pairs(out), pairs(a), pairs(a), length(n));
+    });
+    peer("vekcbMpy1", [](VekCplx value, VekCplx* out, int n) {
+        volk_32fc_s32fc_multiply_32fc(pairs(out), pairs(out), {value.re, value.im}, length(n));
+    });
+    peer("vekcbConj2",
+         [](const VekCplx* a, VekCplx* out, int n) { volk_32fc_conjugate_32fc(pairs(out), pairs(a), length(n)); });
+});
+
+}   // namespace
 
 }   // namespace bench

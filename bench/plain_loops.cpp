@@ -1,161 +1,169 @@
-// Compiled with PLAIN naming the namespace.
-#include "plain_loops.h"
-
+// The loops that a program would write itself, made into vectors by the compiler; compiled once with WIDTH 256 and once
+// with 512, the width of the vectors.
 #include <cmath>
 #include <complex>
-#include <cstring>
 
-namespace bench::PLAIN {
+#include "peers.h"
+
+namespace bench {
 
 namespace {
 
-#define LOOP(name, body)                                                                                              \
-    template <class T>                                                                                                \
-    void name([[maybe_unused]] const T* a, [[maybe_unused]] const T* b, T* out, std::size_t n, [[maybe_unused]] T re, \
-              [[maybe_unused]] T im) {                                                                                \
-        _Pragma("GCC ivdep") for (std::size_t i = 0; i < n; ++i) body                                                 \
-    }
+template <class T>
+concept Pair = requires(T x) {
+    x.re + x.im;
+};
+template <Pair C>
+C operator+(C x, C y) {
+    return {x.re + y.re, x.im + y.im};
+}
+template <Pair C>
+C operator-(C x, C y) {
+    return {x.re - y.re, x.im - y.im};
+}
+template <Pair C>
+C operator*(C x, C y) {
+    return {x.re * y.re - x.im * y.im, x.re * y.im + x.im * y.re};
+}
 
-LOOP(zero, { out[i] = 0; })
-LOOP(set, { out[i] = re; })
-LOOP(copy, { out[i] = a[i]; })
-LOOP(add1, { out[i] = a[i] + re; })
-LOOP(sub1, { out[i] = a[i] - re; })
-LOOP(mpy1, { out[i] = a[i] * re; })
-LOOP(add, { out[i] = a[i] + b[i]; })
-LOOP(sub, { out[i] = a[i] - b[i]; })
-LOOP(mpy, { out[i] = a[i] * b[i]; })
-LOOP(sqr, { out[i] = a[i] * a[i]; })
-LOOP(squareRoot, { out[i] = std::sqrt(a[i]); })
-LOOP(absolute, { out[i] = std::fabs(a[i]); })
-LOOP(thresh, { out[i] = a[i] < re ? re : a[i]; })
-LOOP(invThresh, {
-    const T x = a[i];
-    out[i] = std::fabs(x) > re ? 1 / x : std::copysign(1 / re, x);
-})
-
-#define PAIRS(name, body)         \
-    LOOP(name, {                  \
-        const T x = a[2 * i];     \
-        const T y = a[2 * i + 1]; \
-        body                      \
-    })
-
-LOOP(pairSet, {
-    out[2 * i] = re;
-    out[2 * i + 1] = im;
-})
-PAIRS(pairAdd1, {
-    out[2 * i] = x + re;
-    out[2 * i + 1] = y + im;
-})
-PAIRS(pairSub1, {
-    out[2 * i] = x - re;
-    out[2 * i + 1] = y - im;
-})
-PAIRS(pairMpy1, {
-    out[2 * i] = x * re - y * im;
-    out[2 * i + 1] = x * im + y * re;
-})
-PAIRS(pairMpy, {
-    const T u = b[2 * i];
-    const T v = b[2 * i + 1];
-    out[2 * i] = x * u - y * v;
-    out[2 * i + 1] = x * v + y * u;
-})
-PAIRS(pairSqr, {
-    out[2 * i] = x * x - y * y;
-    out[2 * i + 1] = 2 * x * y;
-})
-PAIRS(conj, {
-    out[2 * i] = x;
-    out[2 * i + 1] = -y;
-})
-PAIRS(conjFlip, {
-    out[2 * (n - 1 - i)] = x;
-    out[2 * (n - 1 - i) + 1] = -y;
-})
-PAIRS(pairSquareRoot, {
-    const std::complex<T> root = std::sqrt(std::complex<T>(x, y));
-    out[2 * i] = root.real();
-    out[2 * i + 1] = root.imag();
-})
-// What one writes for ordinary data: squares may overflow.
-PAIRS(pairThresh, {
-    const T square = x * x + y * y;
-    const T factor = square < re * re ? re / std::sqrt(square) : T(1);
-    out[2 * i] = square == 0 ? re : x * factor;
-    out[2 * i + 1] = y * (square == 0 ? T(1) : factor);
-})
-PAIRS(pairInvThresh, {
-    const T square = x * x + y * y;
-    const T factor = square > re * re ? 1 / square : 1 / (re * std::sqrt(square));
-    out[2 * i] = square == 0 ? 1 / re : x * factor;
-    out[2 * i + 1] = -y * (square == 0 ? T(1) : factor);
-})
-
-// Complex vectors whose parts are treated alike, as reals.
-template <class T, PlainLoop<T> F>
-void asReals(const T* a, const T* b, T* out, std::size_t n, T re, T im) {
-    F(a, b, out, 2 * n, re, im);
+// A loop for each form of arguments, around what it does to an element.
+#define EACH(i, n) _Pragma("GCC ivdep") for (std::size_t i = 0, count = static_cast<std::size_t>(n); i < count; ++i)
+template <class T, auto F>
+void fill(T* out, int n) {
+    EACH(i, n) out[i] = F(T{});
+}
+template <class T, auto F>
+void fillWith(T value, T* out, int n) {
+    EACH(i, n) out[i] = F(out[i], value);
+}
+template <class T, auto F>
+void oneInPlace(T* out, int n) {
+    EACH(i, n) out[i] = F(out[i]);
+}
+template <class T, auto F>
+void one(const T* a, T* out, int n) {
+    EACH(i, n) out[i] = F(a[i]);
+}
+template <class T, auto F>
+void twoInPlace(const T* b, T* out, int n) {
+    EACH(i, n) out[i] = F(out[i], b[i]);
+}
+template <class T, auto F>
+void two(const T* a, const T* b, T* out, int n) {
+    EACH(i, n) out[i] = F(a[i], b[i]);
+}
+template <class T, class R, auto F>
+void limited(const T* a, T* out, int n, R limit, int) {
+    EACH(i, n) out[i] = F(a[i], limit);
+}
+template <class T, class R, auto F>
+void inverted(const T* a, T* out, int n, R limit) {
+    EACH(i, n) out[i] = F(a[i], limit);
+}
+template <class T>
+void conjFlip(const T* a, T* out, int n) {
+    EACH(i, n) out[count - 1 - i] = {a[i].re, -a[i].im};
 }
 
 // Packed spectra: one pair of reals at the ends, complex products between.
-template <class T>
-void spectra(const T* a, const T* b, T* out, std::size_t n, bool permuted) {
+template <class C, bool permuted, class T>
+void spectra(const T* a, const T* b, T* out, int order) {
+    const std::size_t n = std::size_t{1} << order;
     out[0] = a[0] * b[0];
     if (n < 2) return;
     const std::size_t last = permuted ? 1 : n - 1;
     out[last] = a[last] * b[last];
     const std::size_t first = permuted ? 2 : 1;
-    pairMpy<T>(a + first, b + first, out + first, n / 2 - 1, 0, 0);
+    const auto pairs = [first](auto* reals) { return reals + first; };
+    EACH(i, n / 2 - 1) {
+        const C product = C{pairs(a)[2 * i], pairs(a)[2 * i + 1]} * C{pairs(b)[2 * i], pairs(b)[2 * i + 1]};
+        pairs(out)[2 * i] = product.re;
+        pairs(out)[2 * i + 1] = product.im;
+    }
 }
+
+#define TEXT_OF(bits) #bits
+#define TEXT(bits) TEXT_OF(bits)
+constexpr const char* name = "plain " TEXT(WIDTH);
+
 template <class T>
-void packed(const T* a, const T* b, T* out, std::size_t n, T, T) {
-    spectra(a, b, out, n, false);
-}
-template <class T>
-void permuted(const T* a, const T* b, T* out, std::size_t n, T, T) {
-    spectra(a, b, out, n, true);
+void peer(const char* operation, auto* function) {
+    addPeer(name, nameOf<T>(operation), function);
 }
 
 template <class T>
-struct Entry {
-    const char* operation;
-    PlainLoop<T> real;
-    PlainLoop<T> complex;
-};
+void addArithmetic() {
+    constexpr auto sum = [](T x, T y) { return x + y; };
+    constexpr auto difference = [](T x, T y) { return x - y; };
+    constexpr auto product = [](T x, T y) { return x * y; };
+    peer<T>("bZero", fill<T, [](T) { return T{}; }>);
+    peer<T>("bSet", fillWith<T, [](T, T value) { return value; }>);
+    peer<T>("bCopy", one<T, [](T x) { return x; }>);
+    peer<T>("bAdd1", fillWith<T, sum>);
+    peer<T>("bAdd2", twoInPlace<T, sum>);
+    peer<T>("bAdd3", two<T, sum>);
+    peer<T>("bSub1", fillWith<T, difference>);
+    peer<T>("bSub2", twoInPlace<T, difference>);
+    peer<T>("bSub3", two<T, difference>);
+    peer<T>("bMpy1", fillWith<T, product>);
+    peer<T>("bMpy2", twoInPlace<T, product>);
+    peer<T>("bMpy3", two<T, product>);
+}
+
+template <class T, auto F>
+void addOne(const std::string& operation) {
+    peer<T>((operation + "1").c_str(), oneInPlace<T, F>);
+    peer<T>((operation + "2").c_str(), one<T, F>);
+}
+
+template <class T>
+void addReals() {
+    constexpr auto limit = [](T x, T least) { return x < least ? least : x; };
+    constexpr auto invert = [](T x, T least) { return std::fabs(x) > least ? 1 / x : std::copysign(1 / least, x); };
+    addArithmetic<T>();
+    addOne<T, [](T x) { return x * x; }>("bSqr");
+    addOne<T, [](T x) { return std::sqrt(x); }>("bSqrt");
+    addOne<T, [](T x) { return std::fabs(x); }>("bAbs");
+    peer<T>("bThresh2", limited<T, T, limit>);
+    peer<T>("bInvThresh2", inverted<T, T, invert>);
+}
+
+template <class C>
+void addPairs() {
+    using T = decltype(C::re);
+    constexpr auto root = [](C x) {
+        const std::complex<T> of = std::sqrt(std::complex<T>(x.re, x.im));
+        return C{of.real(), of.imag()};
+    };
+    // What one writes for ordinary data: squares may overflow.
+    constexpr auto limit = [](C x, T least) {
+        const T square = x.re * x.re + x.im * x.im;
+        const T factor = square < least * least ? least / std::sqrt(square) : T(1);
+        return C{square == 0 ? least : x.re * factor, x.im * (square == 0 ? T(1) : factor)};
+    };
+    constexpr auto invert = [](C x, T least) {
+        const T square = x.re * x.re + x.im * x.im;
+        const T factor = square > least * least ? 1 / square : 1 / (least * std::sqrt(square));
+        return C{square == 0 ? 1 / least : x.re * factor, -x.im * (square == 0 ? T(1) : factor)};
+    };
+    addArithmetic<C>();
+    addOne<C, [](C x) { return C{x.re, -x.im}; }>("bConj");
+    peer<C>("bConjFlip2", conjFlip<C>);
+    addOne<C, [](C x) { return C{x.re * x.re - x.im * x.im, 2 * x.re * x.im}; }>("bSqr");
+    addOne<C, root>("bSqrt");
+    peer<C>("bThresh2", limited<C, T, limit>);
+    peer<C>("bInvThresh2", inverted<C, T, invert>);
+    peer<T>("MpyRCPack3", spectra<C, false, T>);
+    peer<T>("MpyRCPerm3", spectra<C, true, T>);
+}
+
+const RegisterPeers plain([] {
+    addReals<float>();
+    addReals<double>();
+    addPairs<VekCplx>();
+    addPairs<VekDCplx>();
+});
 
 }   // namespace
 
-template <class T>
-PlainLoop<T> find(const std::string& operation, bool complex) {
-    static constexpr Entry<T> entries[] = {
-        {"Zero", zero<T>, asReals<T, zero<T>>},
-        {"Set", set<T>, pairSet<T>},
-        {"Copy", copy<T>, asReals<T, copy<T>>},
-        {"Add1", add1<T>, pairAdd1<T>},
-        {"Sub1", sub1<T>, pairSub1<T>},
-        {"Mpy1", mpy1<T>, pairMpy1<T>},
-        {"Add", add<T>, asReals<T, add<T>>},
-        {"Sub", sub<T>, asReals<T, sub<T>>},
-        {"Mpy", mpy<T>, pairMpy<T>},
-        {"Conj", nullptr, conj<T>},
-        {"ConjFlip", nullptr, conjFlip<T>},
-        {"Sqr", sqr<T>, pairSqr<T>},
-        {"Sqrt", squareRoot<T>, pairSquareRoot<T>},
-        {"Abs", absolute<T>, nullptr},
-        {"Thresh", thresh<T>, pairThresh<T>},
-        {"InvThresh", invThresh<T>, pairInvThresh<T>},
-        {"MpyRCPack", packed<T>, nullptr},
-        {"MpyRCPerm", permuted<T>, nullptr},
-    };
-    for (const Entry<T>& entry : entries)
-        if (operation == entry.operation) return complex ? entry.complex : entry.real;
-    return nullptr;
-}
-
-template PlainLoop<float> find<float>(const std::string& operation, bool complex);
-template PlainLoop<double> find<double>(const std::string& operation, bool complex);
-
-}   // namespace bench::PLAIN
+}   // namespace bench

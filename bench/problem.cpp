@@ -1,9 +1,9 @@
 #include "problem.h"
 
 #include <chrono>
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
+
+#include "family.h"
 
 namespace bench {
 
@@ -13,17 +13,27 @@ namespace {
 // in their pages, where loads would have to wait for stores to the other buffer.
 constexpr std::size_t page = 4096;
 constexpr std::size_t step = 1088;
-constexpr std::size_t slack = 256;   // peers' spectra may be longer
 
-// "vekcbMpy3" is Mpy on c. A trailing 1 stays where it tells a scalar operand from a vector; the number of vectors
-// does not matter to what is computed.
-std::string operationOf(const test::Row& row) {
-    std::string text = row.name().substr(4);
-    if (text.size() > 1 && text[0] == 'b' && text[1] >= 'A' && text[1] <= 'Z') text.erase(0, 1);
-    const char last = text.back();
-    const bool scalar = !row.arguments.empty() && row.arguments[0].role == test::Role::scalar;
-    if (last == '2' || last == '3' || (last == '1' && !scalar)) text.pop_back();
-    return text;
+template <class Use>
+void withReal(char real, Use use) {
+    switch (real) {
+        case 's': return use(float{});
+        case 'd': return use(double{});
+        case 'w': return use(std::int16_t{});
+        case 'i': return use(std::int32_t{});
+        case 'b': return use(static_cast<unsigned char>(0));
+        default: return;   // records
+    }
+}
+
+template <class Sink>
+void eachReal(char real, const void* at, std::size_t bytes, Sink sink) {
+    withReal(real, [&](auto one) {
+        for (std::size_t i = 0; i < bytes / sizeof one; ++i) {
+            std::memcpy(&one, static_cast<const unsigned char*>(at) + i * sizeof one, sizeof one);
+            sink(static_cast<double>(one));
+        }
+    });
 }
 
 }   // namespace
@@ -33,98 +43,100 @@ double now() {
     return static_cast<double>(duration_cast<nanoseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
-Problem::Problem(const test::Row& of, int atSize)
-    : row(of),
-      size(atSize),
-      type(row.name()[3]),
-      operation(operationOf(row)),
-      inPlace(false),
-      out(nullptr),
-      cells(row.plainCells(size)) {
-    n = row.takesOrder() ? std::size_t{1} << size : static_cast<std::size_t>(size);
+Problem::Problem(const Family& of, const test::Row& called, int atSize, const Variant& variant)
+    : Scene(called, called.plain(atSize, variant.choice)), family(of), size(atSize) {
+    for (const auto& [name, value] : variant.numbers) cells[static_cast<std::size_t>(row.index(name))].set(value);
+    bool reads = false;
     for (std::size_t i = 0; i < row.arguments.size(); ++i) {
         const test::Argument& argument = row.arguments[i];
-        // Peers do not scale their inverses.
-        if (argument.role == test::Role::flags && (row.flags & VEK_Inv) != 0) cells[i].set(row.flags | VEK_NoScale);
-        if (argument.role == test::Role::scalar && scalar.isZero()) scalar = cells[i];
+        if (argument.role == test::Role::record) cells[i].set(place(argument.type.bytes, 'r', false));
         if (!argument.isBuffer()) continue;
-        const std::size_t bytes = row.elements(argument, size) * argument.type.bytes;
-        auto* block = static_cast<unsigned char*>(std::malloc(bytes + page + step * (buffers.size() + 1) + slack));
-        if (block == nullptr) std::abort();
-        unsigned char* at =
-            block + (page - reinterpret_cast<std::uintptr_t>(block) % page) % page + step * buffers.size();
-        buffers.push_back({block, at, bytes, argument.role != test::Role::in, argument.type.real});
-        cells[i].set<void*>(at);
-        if (argument.role == test::Role::inOut) {
-            inPlace = true;
-            in.insert(in.begin(), at);
-        }
-        if (argument.role == test::Role::in) in.push_back(at);
-        if (argument.role != test::Role::in) out = at;
+        if (argument.isRead() && (!reads || argument.role == test::Role::inout)) first = buffers.size();
+        if (argument.isWritten() && argument.role != test::Role::factor) last = buffers.size();
+        reads = reads || argument.isRead();
+        cells[i].set(
+            place(row.elements(argument, cells) * argument.type.bytes, argument.type.real(), !argument.isWritten()));
     }
-    fill(wantsZeros());
+    arguments = used = buffers.size();
+    setUp();
+    fill(inPlace());
 }
 
 Problem::~Problem() {
+    tearDown();
     for (const Buffer& buffer : buffers) std::free(buffer.block);
 }
 
-bool Problem::wantsZeros() const { return inPlace || operation.find("Ccs") == 0; }
+bool Problem::inPlace() const {
+    for (const test::Argument& argument : row.arguments)
+        if (argument.role == test::Role::inout) return true;
+    return false;
+}
+
+void* Problem::place(std::size_t bytes, char real, bool input) {
+    const std::size_t beyond = step * buffers.size();
+    auto* block = static_cast<unsigned char*>(std::calloc(bytes + page + beyond, 1));
+    if (block == nullptr) std::abort();
+    unsigned char* at = block + (page - reinterpret_cast<std::uintptr_t>(block) % page) % page + beyond;
+    buffers.push_back({block, at, bytes, real, input});
+    return at;
+}
+
+// The set-up asks for the same arrays each time.
+void* Problem::array(char letter, std::size_t count) {
+    if (used == buffers.size()) {
+        const test::ArgumentType type = test::typeOfLetter(letter);
+        place(count * type.bytes, type.real(), false);
+    }
+    randomise(buffers[used], used);
+    return buffers[used++].at;
+}
+
+void Problem::randomise(const Buffer& buffer, std::uint64_t seed) const {
+    std::uint64_t state = 88172645463325252u + seed * 0x9e3779b97f4a7c15u;
+    withReal(buffer.real, [&](auto one) {
+        using Real = decltype(one);
+        for (std::size_t i = 0; i < buffer.bytes / sizeof one; ++i) {
+            state ^= state << 13;
+            state ^= state >> 7;
+            state ^= state << 17;
+            if constexpr (std::is_integral_v<Real>)
+                one = static_cast<Real>(state >> 24);
+            else
+                one = static_cast<Real>(static_cast<double>(state >> 11) * 0x1p-52 - 1);   // uniform in [-1, 1)
+            std::memcpy(static_cast<unsigned char*>(buffer.at) + i * sizeof one, &one, sizeof one);
+        }
+    });
+}
 
 void Problem::fill(bool zeros) {
-    std::uint64_t state = 88172645463325252u;
-    const auto next = [&state] {   // uniform in [-1, 1)
-        state ^= state << 13;
-        state ^= state >> 7;
-        state ^= state << 17;
-        return static_cast<double>(state >> 11) * 0x1p-52 - 1;
-    };
-    const bool positive = operation == "Sqrt" && !isComplex();
-    for (const Buffer& buffer : buffers) {
-        std::memset(buffer.at, 0, buffer.bytes + slack);
-        if (zeros) continue;
-        const auto put = [&](auto one) {
-            for (std::size_t i = 0; i < buffer.bytes / sizeof one; ++i) {
-                const double value = next();
-                one = static_cast<decltype(one)>(positive ? value + 1.5 : value);
-                std::memcpy(buffer.at + i * sizeof one, &one, sizeof one);
-            }
-        };
-        if (buffer.real == 'f') put(float{});
-        if (buffer.real == 'd') put(double{});
+    tearDown();
+    used = arguments;
+    for (std::size_t i = 0; i < arguments; ++i) {
+        std::memset(buffers[i].at, 0, buffers[i].bytes);
+        if (!zeros) randomise(buffers[i], i);
     }
-    // One element that a threshold on magnitudes must not divide by.
-    if (!zeros && operation.find("Thresh") != std::string::npos) std::memset(in[0], 0, row.arguments[0].type.bytes);
-    // The library does not read what the spectrum of a real signal has as zeros; peers do.
-    if (!zeros && operation.find("CcsFft") == 0) {
-        const std::size_t bytes = isDouble() ? 8 : 4;
-        auto* spectrum = static_cast<unsigned char*>(in[0]);
-        std::memset(spectrum + bytes, 0, bytes);
-        std::memset(spectrum + (n + 1) * bytes, 0, bytes);
-    }
+    for (std::size_t i = 0; i < row.arguments.size(); ++i)
+        if (row.arguments[i].role == test::Role::factor) *cells[i].get<int*>() = 1;
+    if (!zeros) family.prepare(*this);
+    setUp();
 }
 
-double Problem::work() const {
-    const double count = static_cast<double>(n);
-    if (operation.find("Fft") == std::string::npos || operation.find("Calc") == 0) return count;
-    return (isComplex() ? 5 : 2.5) * count * size;
-}
-
-std::vector<double> Problem::result() const {
+std::vector<double> Problem::result(const test::Cell& returned) const {
     std::vector<double> values;
-    for (const Buffer& buffer : buffers) {
-        if (!buffer.written) continue;
-        const auto get = [&](auto one) {
-            for (std::size_t i = 0; i < buffer.bytes / sizeof one; ++i) {
-                std::memcpy(&one, buffer.at + i * sizeof one, sizeof one);
-                values.push_back(static_cast<double>(one));
-            }
-        };
-        if (buffer.real == 'f') get(float{});
-        if (buffer.real == 'd') get(double{});
-        if (buffer.real == 'w') get(std::int16_t{});
-    }
+    const auto put = [&values](double value) { values.push_back(value); };
+    if (!row.group.returnsStatus) eachReal(row.function.result.real(), returned.bytes, row.function.result.bytes, put);
+    for (std::size_t i = 0; i < arguments; ++i)
+        if (!buffers[i].input) eachReal(buffers[i].real, buffers[i].at, buffers[i].bytes, put);
     return values;
+}
+
+std::uint64_t Problem::inputs() const {
+    std::uint64_t sum = 0;
+    for (std::size_t i = 0; i < arguments; ++i)
+        for (std::size_t k = 0; buffers[i].input && k < buffers[i].bytes; ++k)
+            sum = sum * 31 + static_cast<unsigned char*>(buffers[i].at)[k];
+    return sum;
 }
 
 }   // namespace bench

@@ -1,56 +1,67 @@
-// One case of a measurement: an operation at one size, with its buffers. The operations are the rows of the tests'
-// case table, so that a new row shows up here by itself.
+// One case of a measurement: a row of the tests' table at one size, with its arrays and records.
 #pragma once
 
-#include <cstddef>
-#include <string>
-#include <vector>
+#include <utility>
 
-#include "tests/support/cases.h"
+#include "tests/support/scene.h"
 
 namespace bench {
 
-class Problem {
+struct Family;
+
+// How a row is called beyond its size: variant `choice` of the row's values, and numbers that take their place.
+struct Variant {
+    std::string label = {};   // "tapsLen=64"
+    int choice = 0;
+    std::vector<std::pair<const char*, int>> numbers = {};
+};
+
+class Problem : public test::Scene {
 public:
-    Problem(const test::Row& row, int size);
-    ~Problem();
-    Problem(const Problem&) = delete;
-    Problem& operator=(const Problem&) = delete;
+    Problem(const Family& family, const test::Row& row, int size, const Variant& variant);
+    ~Problem() override;
 
-    const test::Row& row;
-    int size;                // length, or order
-    char type;               // the letter in the name: s d c z w v
-    std::string operation;   // what follows the type: "Add", "Add1" (with a scalar), "Sqrt", "FftNip", "RealFft"
-    bool inPlace;
-    std::size_t n;   // elements
-    // In the order of computation: what is read (in place: the vector itself first), and what is written last.
-    std::vector<void*> in;
-    void* out;
-    test::Cell scalar;
+    void* array(char letter, std::size_t count) override;
 
-    bool isDouble() const { return type == 'd' || type == 'z'; }
-    bool isComplex() const { return type == 'c' || type == 'z'; }
-    double work() const;   // floating-point operations of a transform by the usual count, else elements
+    const Family& family;
+    const int size;   // length, or order
+    std::size_t n() const { return row.takesOrder() ? std::size_t{1} << size : static_cast<std::size_t>(size); }
+    const std::string& letters() const { return row.function.letters; }
+    bool isComplex() const { return letters()[0] == 'c' || letters()[0] == 'z' || letters()[0] == 'v'; }
+    bool isDouble() const { return letters()[0] == 'd' || letters()[0] == 'z'; }
+    bool inPlace() const;
 
-    // Buffers as the measurement needs them. What is computed in place over and over, and what a peer may destroy,
-    // is zero, so that nothing grows or decays into denormals; all else is random.
+    // The array that is read first, and the one that is written last; in place they are one.
+    template <class T>
+    T* source() const {
+        return static_cast<T*>(buffers[first].at);
+    }
+    template <class T>
+    T* target() const {
+        return static_cast<T*>(buffers[last].at);
+    }
+
+    // Arrays as before a call, and records ready for one. What is computed in place over and over, and what a peer may
+    // destroy, is zero, so that nothing grows or decays into denormals; all else is random.
     void fill(bool zeros);
-    bool wantsZeros() const;
-
-    void call(std::size_t times) const { row.function.repeat(cells, times); }
-
-    std::vector<double> result() const;   // what is in the output, as reals
+    // What a call wrote, with the value that it returned, as reals; and a sum of what it must not write.
+    std::vector<double> result(const test::Cell& returned) const;
+    std::uint64_t inputs() const;
 
 private:
     struct Buffer {
         unsigned char* block;
-        unsigned char* at;
+        void* at;
         std::size_t bytes;
-        bool written;
         char real;
+        bool input;
     };
     std::vector<Buffer> buffers;
-    test::Cells cells;
+    std::size_t arguments = 0, used = 0;   // buffers of the arguments, and of them and the set-up
+    std::size_t first = 0, last = 0;
+
+    void* place(std::size_t bytes, char real, bool input);
+    void randomise(const Buffer& buffer, std::uint64_t seed) const;
 };
 
 // Nanoseconds on a monotonic clock.

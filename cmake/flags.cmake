@@ -6,7 +6,14 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-set(VEK_WARNINGS -Wall -Wextra -Werror)
+option(VEKM6_WERROR "Take warnings for errors: the presets do, a user's own compiler need not" OFF)
+set(VEK_WARNINGS -Wall -Wextra)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  list(APPEND VEK_WARNINGS -Wno-bitwise-instead-of-logical)   # masks are vectors, and bools where there are none
+endif()
+if(VEKM6_WERROR)
+  list(APPEND VEK_WARNINGS -Werror)
+endif()
 
 set(VEK_FLAGS -fno-exceptions -fno-rtti -fvisibility=hidden -ffp-contract=off
               -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
@@ -16,9 +23,11 @@ if(WIN32)
   list(APPEND VEK_FLAGS -msse2 -mfpmath=sse -mincoming-stack-boundary=2 -mpreferred-stack-boundary=2)
 endif()
 if(VEKM6_SANITIZE)
-  # Checks by call: straight-line transforms with checks in line would compile for minutes.
-  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer
-                      --param=asan-instrumentation-with-call-threshold=0)
+  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Checks by call: straight-line transforms with checks in line would compile for minutes.
+    add_compile_options(--param=asan-instrumentation-with-call-threshold=0)
+  endif()
   add_link_options(-fsanitize=${VEKM6_SANITIZE})
 endif()
 

@@ -1,8 +1,8 @@
 // Vectors of int16, int32 and int64: what the operators of the compiler's vectors do not say. Internal linkage
 // throughout, for the reasons that simd.h gives.
 //
-// Sums, differences, products and comparisons are operators; they wrap round. At width 1 they are the language's own,
-// so int16 is computed in int there, and what must wrap at 16 bits is stored first or cast.
+// Sums, differences, products and comparisons are operators. As in the language itself, those that may leave the range
+// are for `Unsigned` vectors; and at width 1 int16 is computed in int, so that results want a cast or a store.
 #pragma once
 
 #include "elementwise.h"
@@ -22,65 +22,33 @@ inline constexpr T most = static_cast<T>(~uint64_t{0} >> (65 - 8 * sizeof(T)));
 template <class T>
 inline constexpr T least = static_cast<T>(-most<T> - 1);
 
-// ---- The instructions, by the size of the register ------------------------------------------------------------------
+// ---- Registers, and the instructions that the compiler's vectors lack -----------------------------------------------
 
-#if defined(__AVX512BW__)
-#define VEK_AT_512(...) __VA_ARGS__
-#else
-#define VEK_AT_512(...)
-#endif
-#if defined(__AVX2__)
-#define VEK_AT_256(...) __VA_ARGS__
-#else
-#define VEK_AT_256(...)
-#endif
-#if defined(__SSE2__)
-#define VEK_AT_128(...) __VA_ARGS__
-#else
-#define VEK_AT_128(...)
-#endif
-#define VEK_BINARY_AT(name, type, prefix, intrinsic) \
-    VEK_INLINE type name(type a, type b) { return prefix##_##intrinsic(a, b); }
-#define VEK_BINARY(name, intrinsic)                             \
-    VEK_AT_128(VEK_BINARY_AT(name, __m128i, _mm, intrinsic))    \
-    VEK_AT_256(VEK_BINARY_AT(name, __m256i, _mm256, intrinsic)) \
-    VEK_AT_512(VEK_BINARY_AT(name, __m512i, _mm512, intrinsic))
-
-VEK_BINARY(addSaturated16, adds_epi16)
-VEK_BINARY(subSaturated16, subs_epi16)
-VEK_BINARY(productHigh16, mulhi_epi16)
-VEK_BINARY(packSaturated32, packs_epi32)
-
-#undef VEK_BINARY
-#undef VEK_BINARY_AT
-#undef VEK_AT_128
-#undef VEK_AT_256
-#undef VEK_AT_512
-
-// The register that holds so many bytes.
 template <int Bytes>
 struct RegisterOf;
+#define VEK_REGISTER(bytes, type, prefix)                                                \
+    template <>                                                                          \
+    struct RegisterOf<bytes> {                                                           \
+        typedef type Register;                                                           \
+    };                                                                                   \
+    VEK_INLINE type addSaturated16(type a, type b) { return prefix##_adds_epi16(a, b); } \
+    VEK_INLINE type subSaturated16(type a, type b) { return prefix##_subs_epi16(a, b); } \
+    VEK_INLINE type productHigh16(type a, type b) { return prefix##_mulhi_epi16(a, b); } \
+    VEK_INLINE type packSaturated32(type a, type b) { return prefix##_packs_epi32(a, b); }
 #if defined(__SSE2__)
-template <>
-struct RegisterOf<16> {
-    typedef __m128i type;
-};
+VEK_REGISTER(16, __m128i, _mm)
 #endif
 #if defined(__AVX2__)
-template <>
-struct RegisterOf<32> {
-    typedef __m256i type;
-};
+VEK_REGISTER(32, __m256i, _mm256)
 #endif
-#if defined(__AVX512F__)
-template <>
-struct RegisterOf<64> {
-    typedef __m512i type;
-};
+#if defined(__AVX512BW__)
+VEK_REGISTER(64, __m512i, _mm512)
 #endif
+#undef VEK_REGISTER
+
 template <class V>
 VEK_INLINE auto reg(V value) {
-    return bitsAs<typename RegisterOf<sizeof(V)>::type>(value);
+    return bitsAs<typename RegisterOf<sizeof(V)>::Register>(value);
 }
 
 // ---- Of one type ----------------------------------------------------------------------------------------------------
@@ -136,8 +104,8 @@ VEK_INLINE Vec<T, W> shiftedRight(Vec<T, W> value, int places) {
 #if !defined(__AVX512F__)
     if constexpr (W > 1 && sizeof(T) == 8) {
         // Only AVX-512 has the instruction. The sign's place after the shift, turned over and taken away, extends it.
-        const auto sign = splat<W>(static_cast<T>(uint64_t{1} << 63 >> places));
-        return (shiftedRightLogical<T, W>(value, places) ^ sign) - sign;
+        const Unsigned<T, W> sign = splat<W>(uint64_t{1} << 63 >> places);
+        return bitsAs<Vec<T, W>>(((bitsAs<Unsigned<T, W>>(value) >> places) ^ sign) - sign);
     }
 #endif
     return static_cast<Vec<T, W>>(value >> places);
@@ -161,7 +129,10 @@ VEK_INLINE Int16s<W> subSaturated(Int16s<W> a, Int16s<W> b) {
 // The halves of the product in 32 bits.
 template <int W>
 VEK_INLINE Int16s<W> productLow(Int16s<W> a, Int16s<W> b) {
-    return static_cast<Int16s<W>>(a * b);
+    if constexpr (W == 1)
+        return static_cast<int16_t>(a * b);
+    else
+        return bitsAs<Int16s<W>>(bitsAs<Unsigned<int16_t, W>>(a) * bitsAs<Unsigned<int16_t, W>>(b));
 }
 template <int W>
 VEK_INLINE Int16s<W> productHigh(Int16s<W> a, Int16s<W> b) {

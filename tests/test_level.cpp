@@ -1,5 +1,6 @@
 // Kernel levels: what is detected from a processor's answers, that the forced level runs, and that the table of cases
 // reaches every entry of the kernel tables.
+#include <array>
 #include <map>
 
 #include <gtest/gtest.h>
@@ -181,8 +182,8 @@ template <int K>
     asm volatile("lock incl testHopCount+%c0(%%rip)\n\tjmp *testHopTarget+%c1(%%rip)" : : "i"(4 * K), "i"(8 * K));
 }
 template <int... K>
-void hopsInto(void** hops, std::integer_sequence<int, K...>) {
-    ((hops[K] = reinterpret_cast<void*>(hop<K>)), ...);
+std::array<void*, sizeof...(K)> hopsOf(std::integer_sequence<int, K...>) {
+    return {reinterpret_cast<void*>(hop<K>)...};
 }
 
 struct HopTables {
@@ -195,10 +196,9 @@ static_assert(entries <= hopCapacity);
 TEST_P(ForcedLevel, CasesReachEveryKernel) {
 #define VEK_COPY(object, Table) *vek::kernelsNow().object,
     HopTables tables = {VEK_FAMILIES(VEK_COPY)};
-    void* hops[hopCapacity];
-    hopsInto(hops, std::make_integer_sequence<int, hopCapacity>{});
+    const auto hops = hopsOf(std::make_integer_sequence<int, hopCapacity>{});
     std::memcpy(testHopTarget, &tables, sizeof tables);
-    std::memcpy(static_cast<void*>(&tables), hops, sizeof tables);
+    std::memcpy(static_cast<void*>(&tables), hops.data(), sizeof tables);
     std::memset(testHopCount, 0, sizeof testHopCount);
 #define VEK_ADDRESS(object, Table) , &tables.object
     vek::level::current = {GetParam().c_str() VEK_FAMILIES(VEK_ADDRESS)};

@@ -113,11 +113,16 @@ struct Blocks {
 #if defined(__i386__)
 template <class Data>
 using Handed = const Data&;
-// Transforms in registers spill less in the order in which they are written.
-#define VEK_AS_WRITTEN [[gnu::optimize("no-schedule-insns")]]
 #else
 template <class Data>
 using Handed = Data;
+#endif
+
+// Where instructions are ordered before registers are given out (cmake/levels.cmake), transforms in registers spill
+// less in the order in which they are written.
+#if defined(__i386__) && !defined(__clang__)
+#define VEK_AS_WRITTEN [[gnu::optimize("no-schedule-insns")]]
+#else
 #define VEK_AS_WRITTEN
 #endif
 

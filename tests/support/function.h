@@ -53,6 +53,14 @@ struct ArgumentType {
     std::size_t realBytes() const { return isComplex() ? bytes / 2 : bytes; }
 };
 
+inline ArgumentType typeOfLetter(char letter) {
+    ArgumentType type;
+    type.letter = letter;
+    const char real = type.real();
+    type.bytes = (real == 'd' ? 8u : real == 'w' ? 2u : real == 'b' ? 1u : 4u) * (type.isComplex() ? 2 : 1);
+    return type;
+}
+
 template <class T>
 constexpr char letterOf() {
     using std::is_same_v;
@@ -68,7 +76,7 @@ constexpr char letterOf() {
     return std::is_class_v<T> ? 'r' : 'x';
 }
 template <class T>
-constexpr char recordTag = 0;
+inline constexpr char recordTag = 0;   // one in the whole program
 template <class T>
 constexpr ArgumentType typeOf() {
     using Target = std::remove_cv_t<std::remove_pointer_t<T>>;

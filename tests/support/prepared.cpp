@@ -62,10 +62,8 @@ unsigned char* Prepared::place(int argument, bool input, bool record, std::size_
 }
 
 void* Prepared::array(char letter, std::size_t count) {
-    ArgumentType type;
-    type.letter = letter;
-    const std::size_t realBytes = type.real() == 'd' ? 8 : type.real() == 'w' ? 2 : 4;
-    const std::size_t bytes = count * realBytes * (type.isComplex() ? 2 : 1);
+    const ArgumentType type = typeOfLetter(letter);
+    const std::size_t bytes = count * type.bytes;
     unsigned char* start = place(-1, false, false, bytes, {Place::back, 0});
     fill(start, type.real(), bytes);
     return start;
