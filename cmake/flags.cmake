@@ -23,7 +23,7 @@ if(WIN32)
   list(APPEND VEK_FLAGS -msse2 -mfpmath=sse -mincoming-stack-boundary=2 -mpreferred-stack-boundary=2)
 endif()
 if(VEKM6_SANITIZE)
-  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-omit-frame-pointer)
+  add_compile_options(-fsanitize=${VEKM6_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Checks by call: straight-line transforms with checks in line would compile for minutes.
     add_compile_options(--param=asan-instrumentation-with-call-threshold=0)

@@ -177,7 +177,7 @@ TEST_P(Contract, WhileReporting) {
     for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
         Reports reports;
         Prepared prepared(tested, 3);
-        apply(wrongs(tested, prepared.cells)[0].ways[0], prepared.cells);
+        test::apply(wrongs(tested, prepared.cells)[0].ways[0], prepared.cells);
         VekStatus status = VEK_StsOk;
         const std::string wanted = tested.expectedReports(prepared.cells, status);
         enter(tested, prepared.cells, phase);

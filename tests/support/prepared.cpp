@@ -147,6 +147,19 @@ std::vector<unsigned char> Prepared::now(int argument) const {
     return blocks[static_cast<std::size_t>(blockOf[static_cast<std::size_t>(argument)])].held();
 }
 
+std::vector<double> realsAt(const void* start, std::size_t bytes, char real) {
+    std::vector<double> values;
+    const auto* at = static_cast<const unsigned char*>(start);
+    const std::size_t step = real == 'd' ? sizeof(double) : real == 's' ? sizeof(float) : 1;
+    for (std::size_t i = 0; i + step <= bytes; i += step) {
+        double value = at[i];
+        float single = 0;
+        std::memcpy(real == 'd' ? static_cast<void*>(&value) : &single, at + i, step);
+        values.push_back(real == 's' ? static_cast<double>(single) : value);
+    }
+    return values;
+}
+
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& of, const Cells& cells) {
     std::vector<std::vector<std::pair<int, int>>> all = {{}};
     for (std::size_t out = 0; out < of.arguments.size(); ++out) {

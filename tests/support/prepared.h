@@ -72,6 +72,9 @@ private:
     void fill(unsigned char* to, char real, std::size_t bytes);
 };
 
+// The floats or doubles that stand in memory; of anything else the bytes.
+std::vector<double> realsAt(const void* start, std::size_t bytes, char real);
+
 // All ways in which outs may be one of the ins; the first is none.
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& row, const Cells& cells);
 
