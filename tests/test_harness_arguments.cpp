@@ -59,8 +59,8 @@ TEST_P(Arguments, WrongOnesAlone_InPairs_AndUnderAnOldStatus) {
                 if (way == all[first].ways.size()) break;
                 std::string what = all[first].message + " way " + std::to_string(way);
                 if (second < checks) what += " and " + all[second].message;
-                if (second < checks) apply(all[second].ways[0], prepared.cells);
-                apply(all[first].ways[way], prepared.cells);
+                if (second < checks) prepared.spoil(all[second].ways[0]);
+                prepared.spoil(all[first].ways[way]);
                 for (const VekStatus old : {VEK_StsOk, VEK_StsNoConvergence})
                     EXPECT_TRUE(isRejected(prepared, what, old)) << what;
                 if (HasFailure()) return;

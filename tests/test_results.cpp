@@ -121,7 +121,8 @@ private:
         if (wanted.whole.empty()) return;
         ErrorSum sum;
         sum.add(numbers(type, bytes), wanted);
-        ASSERT_LE(sum.relative(), 2 * bound(realType(type.real()), wanted.order)) << what;
+        const double most = wanted.bound >= 0 ? wanted.bound : 2 * bound(realType(type.real()), wanted.order);
+        ASSERT_LE(sum.relative(), most) << what;
     }
 };
 

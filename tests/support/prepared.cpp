@@ -112,6 +112,11 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
     for (Block& block : blocks) block.before = block.held();
 }
 
+void Prepared::spoil(const Changes& changes) {
+    apply(changes, cells);
+    for (Block& block : blocks) block.before = block.held();
+}
+
 Prepared::~Prepared() {
     if (options.hostile == nullptr) tearDown();
 }

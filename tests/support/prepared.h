@@ -42,6 +42,9 @@ public:
 
     void* array(char letter, std::size_t count) override;
 
+    // Before the call: makes arguments, or what they point to, wrong.
+    void spoil(const Changes& changes);
+
     // The contents of what the row writes, one after the other; of records only the arrays that they were given.
     std::vector<unsigned char> outputs() const;
     // Whether those, and the records, hold what they held before the call.
