@@ -15,16 +15,11 @@ using namespace test;
 
 class Dft : public testing::Test {
 protected:
-    void SetUp() override { releaseAll(); }
+    void SetUp() override { releaseTables(); }
     void TearDown() override {
         heap::failNone();
         vekSetErrStatus(VEK_StsOk);
-        releaseAll();
-    }
-    static void releaseAll() {
-        vekcFreeTwdTbls();
-        vekzFreeTwdTbls();
-        vekvFreeTwdTbls();
+        releaseTables();
     }
     // A call on data of its own.
     void transform(const std::string& type, int length, int flags) {
@@ -83,7 +78,7 @@ TEST_F(Dft, CoresByFlagsAndLength) {
                  {300, VEK_DoFloatCore, false, true}};
     if (!heap::available()) GTEST_SKIP();
     for (const auto& call : calls) {
-        releaseAll();
+        releaseTables();
         transform("v", call.length, VEK_Forw | call.flags);
         for (const bool isShort : {true, false}) {
             const long before = heap::outstanding();
@@ -142,7 +137,7 @@ TEST_F(Dft, FloatCoreShortOfMemory) {
         heap::failNone();
         EXPECT_EQ(reports.text(), failing.reports) << failing.request;
         reports.clear();
-        releaseAll();
+        releaseTables();
         EXPECT_EQ(heap::outstanding(), none);
     }
 }

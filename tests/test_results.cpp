@@ -132,6 +132,7 @@ TEST_P(Results, AreTheOracles) {
     for (const Filling filling : {Filling::ordinary, Filling::mixed}) {
         if (filling == Filling::mixed && (oracle == nullptr || oracle->ordinaryOnly)) continue;
         for (const int size : sized ? sizesOf(tested) : std::vector<int>(1000, 1)) {
+            if (!tested.takesOrder()) releaseTables();
             for (int choice = 0; choice < tested.choices(); ++choice) {
                 const bool all = !sized || takesAllChoices(tested, size);
                 if (!all && choice > 0) break;

@@ -10,16 +10,17 @@ bool fits(long double value) { return value >= -32768 && value <= 32767; }
 
 // The factor that brings the largest magnitude to 16 bits; -1 where the error leaves it open.
 int chosenFactor(const std::vector<Wide>& values, long double error) {
+    const long double margin = error > 0 ? error + 0.5L : 0;   // the rounding's
     long double largest = 0;
     bool allFit = true, sure = true;
     for (const Wide& value : values) {
         for (const long double part : {value.re, value.im}) {
             largest = std::max(largest, std::fabs(part));
             allFit = allFit && fits(part);
-            sure = sure && fits(part - error) == fits(part + error);
+            sure = sure && fits(part - margin) == fits(part + margin);
         }
     }
-    if (error > 0 && std::ilogb(largest - error) != std::ilogb(largest + error)) sure = allFit && sure;
+    if (!allFit && std::ilogb(largest - margin) != std::ilogb(largest + margin)) sure = false;
     return !sure ? -1 : allFit ? 0 : std::ilogb(largest) - 14;
 }
 
@@ -27,11 +28,12 @@ Part shortPart(long double value, long double error, int mode, int factor) {
     const bool clamps = (mode & 5) == 1;
     const long double scaled = std::floor(std::ldexp(value, -factor));
     const long double within = error > 0 ? std::ldexp(error + 0.5L, -factor) + 1 : 0;
-    const bool inside = fits(scaled - within) && fits(scaled + within);
-    if (!inside && clamps && within > 0)   // near an end, or beyond
-        return {Part::near, std::min(std::max<Exact>(scaled, least), most), within};
-    if (clamps) return Exact{std::min(std::max<Exact>(scaled, least), most)};
-    if (within > 0) return inside ? Part{Part::near, scaled, within} : Part{Part::anything, 0};
+    const Exact clamped = std::min(std::max<Exact>(scaled, least), most);
+    if (within > 0) {
+        const bool inside = fits(scaled - within) && fits(scaled + within);
+        return clamps || inside ? Part{Part::near, clamped, within} : Part{Part::anything, 0};
+    }
+    if (clamps) return clamped;
     const long double wrapped = std::fmod(scaled, 65536);   // the low 16 bits
     return Exact{wrapped > 32767 ? wrapped - 65536 : wrapped < -32768 ? wrapped + 65536 : wrapped};
 }

@@ -165,6 +165,13 @@ std::vector<double> realsAt(const void* start, std::size_t bytes, char real) {
     return values;
 }
 
+void releaseTables() {
+    vekcFreeTwdTbls();
+    vekzFreeTwdTbls();
+    vekvFreeTwdTbls();
+    vekFreeBitRevTbls();
+}
+
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& of, const Cells& cells) {
     std::vector<std::vector<std::pair<int, int>>> all = {{}};
     for (std::size_t out = 0; out < of.arguments.size(); ++out) {

@@ -78,6 +78,9 @@ private:
 // The floats or doubles that stand in memory; of anything else the bytes.
 std::vector<double> realsAt(const void* start, std::size_t bytes, char real);
 
+// All tables of the thread; it keeps no more than 32 lengths of a type.
+void releaseTables();
+
 // All ways in which outs may be one of the ins; the first is none.
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& row, const Cells& cells);
 
