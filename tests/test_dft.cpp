@@ -1,11 +1,13 @@
 // The transform of any length and the thread's tables: a list that is full, memory that runs out, what flags build and
 // release.
 #include <cmath>
+#include <cstdio>
 
 #include <gtest/gtest.h>
 
-#include "support/data.h"
 #include "support/heap.h"
+#include "support/levels.h"
+#include "support/oracle.h"
 #include "support/prepared.h"
 #include "support/reports.h"
 
@@ -142,9 +144,8 @@ TEST_F(Dft, FloatCoreShortOfMemory) {
     }
 }
 
-// What a prime length and a long one are measured against, at every level, is in the results' test; here the errors of
-// data that sum up to much.
-TEST_F(Dft, ConstantsAndTones) {
+// Data whose sums are large beside each term.
+TEST_F(Dft, Constants) {
     for (const int length : {1021, 4096}) {
         std::vector<VekCplx> x(static_cast<std::size_t>(length), VekCplx{0.1F, -0.3F}), y(x.size());
         vekcDft(x.data(), y.data(), length, VEK_Forw);
@@ -155,6 +156,34 @@ TEST_F(Dft, ConstantsAndTones) {
         for (std::size_t k = 1; k < y.size(); ++k) rest += std::pow(y[k].re, 2) + std::pow(y[k].im, 2);
         EXPECT_LE(std::sqrt(rest), most) << length;
     }
+    EXPECT_EQ(reports.text(), "");
+}
+
+// Relative L2 errors in eps, beside what the header promises.
+TEST_F(Dft, Accuracy) {
+    for (const char* name : {"vekcDft", "vekzDft"}) {
+        const Row& tested = row(name);
+        for (const int length : {1021, 4096}) {
+            const SceneOptions options = {.filling = Filling::ordinary};
+            const Prepared first(tested, length, options);
+            Sight sight(tested, first.cells, [&](int argument) { return first.initial(argument); });
+            oracleOf(tested)->tell(sight);
+            const Wanted& wanted = sight.wanted["dst"];
+            const auto eps = static_cast<double>(sight.real.epsilon);
+            std::printf("  %s %d, at most %.2f:", name, length, wanted.bound / eps);
+            for (const std::string& level : levelNames()) {
+                forceLevel(level);
+                const Prepared prepared(tested, length, options);
+                prepared.call();
+                ErrorSum sum;
+                sum.add(numbers(tested.arguments[1].type, prepared.now(1)), wanted);
+                std::printf("  %s %.2f", level.c_str(), sum.relative() / eps);
+                EXPECT_LE(sum.relative(), wanted.bound) << name << " " << length << " " << level;
+            }
+            std::printf("\n");
+        }
+    }
+    forceLevel(levelNames().back());
     EXPECT_EQ(reports.text(), "");
 }
 

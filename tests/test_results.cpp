@@ -131,7 +131,7 @@ TEST_P(Results, AreTheOracles) {
     const bool sized = tested.sizeArgument() >= 0;
     for (const Filling filling : {Filling::ordinary, Filling::mixed}) {
         if (filling == Filling::mixed && (oracle == nullptr || oracle->ordinaryOnly)) continue;
-        for (const int size : sized ? sizesOf(tested) : std::vector<int>(1000, 1)) {
+        for (const int size : sized ? sizesOf(tested) : std::vector<int>(1 + 1000 / tested.choices(), 1)) {
             if (!tested.takesOrder()) releaseTables();
             for (int choice = 0; choice < tested.choices(); ++choice) {
                 const bool all = !sized || takesAllChoices(tested, size);
