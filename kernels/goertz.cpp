@@ -19,12 +19,23 @@ VEK_INLINE void runExactly(double factor, const X* samples, size_t n, T* prev2, 
         before[p] = prev2[p];
         last[p] = prev1[p];
     });
-    for (; n > 0; --n, samples += Parts) {
+    // The newest value takes the place of the oldest.
+    const auto step = [=](const X* sample, double(&oldest)[Parts], const double(&newest)[Parts]) VEK_INLINE_LAMBDA {
         unroll<Parts>([&](auto p) VEK_INLINE_LAMBDA {
-            const double rest = static_cast<double>(samples[p]) - before[p];
-            before[p] = last[p];
-            last[p] = static_cast<T>(fma(factor, last[p], rest));
+            oldest[p] = static_cast<T>(fma(factor, newest[p], static_cast<double>(sample[p]) - oldest[p]));
         });
+    };
+    for (; n >= 2; n -= 2, samples += 2 * Parts) {
+        step(samples, before, last);
+        step(samples + Parts, last, before);
+    }
+    if (n > 0) {
+        step(samples, before, last);
+        unroll<Parts>([&](auto p) VEK_INLINE_LAMBDA {
+            prev2[p] = static_cast<T>(last[p]);
+            prev1[p] = static_cast<T>(before[p]);
+        });
+        return;
     }
     unroll<Parts>([&](auto p) VEK_INLINE_LAMBDA {
         prev2[p] = static_cast<T>(before[p]);
@@ -49,7 +60,7 @@ VEK_INLINE size_t runQuickly(double factor, const X* samples, size_t n, float* p
     constexpr size_t stretch = 256;
     const Doubles factors = splat<2>(factor);
     const Int64s<2> half = splat<2>(int64_t{1} << 28);
-    const Int64s<2> kept = splat<2>(-(int64_t{1} << 29));
+    const Doubles kept = bitsAs<Doubles>(Int64s<2>(splat<2>(-(int64_t{1} << 29))));
     Doubles before = loadParts<Parts>(prev2);
     Doubles last = loadParts<Parts>(prev1);
     size_t done = 0;
@@ -60,9 +71,9 @@ VEK_INLINE size_t runQuickly(double factor, const X* samples, size_t n, float* p
             const Doubles rest = loadParts<Parts>(samples + i * Parts) - before;
             before = last;
             const Doubles next = fma(factors, last, rest);
-            const Int64s<2> rounded = (bitsAs<Int64s<2>>(next) + half) & kept;
-            differing |= rounded ^ bitsAs<Int64s<2>>(_mm_cvtps_pd(_mm_cvtpd_ps(next)));
-            last = bitsAs<Doubles>(rounded);
+            const Doubles rounded = _mm_and_pd(bitsAs<Doubles>(bitsAs<Int64s<2>>(next) + half), kept);
+            differing |= bitsAs<Int64s<2>>(rounded) ^ bitsAs<Int64s<2>>(_mm_cvtps_pd(_mm_cvtpd_ps(next)));
+            last = rounded;
         }
         if (any<2>(differing != 0)) break;
         done = stop;
