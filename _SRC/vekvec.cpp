@@ -1,6 +1,8 @@
 // Squares, square roots, absolute values and thresholds of floating-point vectors.
 #include "vekm6/vec.h"
 
+#include <cmath>
+
 #include "core/call.h"
 #include "core/elements.h"
 #include "kernels/level/levels.h"
@@ -107,9 +109,15 @@ VekStatus abs2(const char* name, const T* src, T* dst, int len) {
 
 // ---- Thresholds: `negative`, the report of a negative threshold, is null where one is welcome ---
 
+// A NaN is not, and raises nothing.
+template <class T>
+bool isNegative(T limit) {
+    return std::isless(limit, T{0});
+}
+
 template <class T>
 VEK_STEPS VekStatus thresh(Call& call, const T* src, T* dst, int len, Real<T> limit, int relOp, const char* negative) {
-    if (negative && call.bad(limit < 0, negative)) return call.result;
+    if (negative && call.bad(isNegative(limit), negative)) return call.result;
     if (call.stopped()) return VEK_StsOk;
     const vek::kernels::VecOf<Real<T>>& table = kernels<T>();
     if constexpr (isComplex<T>) {
@@ -138,7 +146,7 @@ VekStatus thresh2(const char* name, const T* src, T* dst, int len, Real<T> limit
 
 template <class T>
 VEK_STEPS VekStatus invThresh(Call& call, const T* src, T* dst, int len, Real<T> limit, const char* negative) {
-    if (call.bad(limit < 0, negative)) return call.result;
+    if (call.bad(isNegative(limit), negative)) return call.result;
     if (call.stopped()) return VEK_StsOk;
     bool zeroMet = false;
     if constexpr (isComplex<T>)

@@ -23,8 +23,8 @@ function(vek_exports target)
   else()
     list(JOIN VEK_EXPORTS "; " names)
     set(script ${CMAKE_BINARY_DIR}/vekm6.map)
-    file(CONFIGURE OUTPUT ${script} CONTENT "{ global: ${names}; local: *; };\n" @ONLY)
-    target_link_options(${target} PRIVATE -Wl,--version-script=${script} -Wl,--no-undefined -Wl,-z,relro,-z,now
+    file(CONFIGURE OUTPUT ${script} CONTENT "VEKM6_4 { global: ${names}; local: *; };\n" @ONLY)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${script} -Wl,--no-undefined -Wl,-z,relro,-z,now,-z,nodelete
                         -static-libstdc++ -static-libgcc)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${script})
   endif()

@@ -5,5 +5,8 @@ list(REMOVE_DUPLICATES decorated)
 list(TRANSFORM decorated REPLACE "^_" "")
 list(JOIN decorated "\n" lines)
 file(WRITE ${WORK}/vekm6-import.def "LIBRARY vekm6.dll\nEXPORTS\n${lines}\n")
-execute_process(COMMAND ${DLLTOOL} --kill-at --input-def ${WORK}/vekm6-import.def --output-lib ${LIBRARY}
-                COMMAND_ERROR_IS_FATAL ANY)
+# The tool makes names of members and symbols of the library's path: it is to be the same wherever the build is.
+get_filename_component(name ${LIBRARY} NAME)
+get_filename_component(directory ${LIBRARY} DIRECTORY)
+execute_process(COMMAND ${DLLTOOL} --kill-at --input-def ${WORK}/vekm6-import.def --output-lib ${name}
+                WORKING_DIRECTORY ${directory} COMMAND_ERROR_IS_FATAL ANY)

@@ -22,13 +22,20 @@
 // Threads. Status, mode, handler and tables are per thread; no operation takes a lock. Arrays and tables must
 // not be used by one thread while another writes them.
 //
-// Bits. Loops are chosen once, for the processor. Element-wise real arithmetic gives the same bits on all of
-// them; where complex products and transforms may differ in their last bits the headers say so or bound the
-// error.
+// Bits. Loops are chosen once, for the processor. Element-wise real arithmetic gives the same numbers, bit for
+// bit, on all of them; where complex products and transforms may differ in their last bits the headers say so
+// or bound the error. A NaN is a NaN on all of them, but its sign and payload may differ.
+//
+// Exceptions. Overflow, invalid operation and division by zero are raised only where results show it: an
+// infinity that comes of finite elements, a NaN that comes of none (signalling NaNs aside). So they may be
+// unmasked. Inexact, underflow and denormal operand mean nothing. No operation clears flags or changes how the
+// processor is set. All that is promised of results is promised for rounding to nearest with subnormals kept;
+// under other settings they are as good as the settings allow.
 #ifndef VEKM6_H
 #define VEKM6_H
 
 #include "vekm6/arith.h"
+#include "vekm6/aritw.h"
 #include "vekm6/dft.h"
 #include "vekm6/fft.h"
 #include "vekm6/frame.h"

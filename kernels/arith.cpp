@@ -2,7 +2,7 @@
 // source.
 #include "arith.h"
 
-#include "elementwise.h"
+#include "pairs.h"
 
 namespace vek::VEK_LEVEL {
 namespace {
@@ -14,17 +14,9 @@ void set(T value, T* dst, size_t n) {
     mapReals<Bound::byStores>(dst, n, [=](auto w, size_t) { return splat<w>(value); });
 }
 
-// Bytes from which the C library's copy is faster: where source and destination outgrow the first-level
-// cache, it moves whole cache lines. `script/bench arith` shows both sides of the limit.
-inline constexpr size_t longCopy = 24 * 1024;
-
 template <class T>
 void copy(const T* src, T* dst, size_t n) {
-    if (n * sizeof(T) >= longCopy) {
-        __builtin_memmove(dst, src, n * sizeof(T));
-        return;
-    }
-    mapReals(dst, n, [=](auto w, size_t i) { return load<w>(src + i); });
+    copyReals(src, dst, n);
 }
 
 template <class T>
@@ -53,63 +45,6 @@ void mpy3(const T* srcA, const T* srcB, T* dst, size_t n) {
 }
 
 // ---- Pairs (re, im) -----------------------------------------------------------------------------
-
-// One pair, at width 1; wider ones stand in memory order in one vector.
-template <class T>
-struct Pair {
-    T re, im;
-};
-
-template <class T>
-VEK_INLINE void storePairs(T* to, Pair<T> value) {
-    to[0] = value.re;
-    to[1] = value.im;
-}
-template <class T, class V>
-VEK_INLINE void storePairs(T* to, V value) {
-    store(to, value);
-}
-
-// dst[i ...] = one(i), a Pair, or wide(Int<W>, i), a vector of W / 2 pairs.
-template <Bound B = Bound::byMemory, class T, class One, class Wide>
-VEK_INLINE void mapPairs(T* dst, size_t count, One one, Wide wide) {
-    forAll<T, PairStep<B>>(
-        dst, count,
-        [=](auto w, size_t i) {
-            if constexpr (w == 1)
-                return one(i);
-            else
-                return wide(w, i);
-        },
-        [=](size_t i, auto value) { storePairs(dst + 2 * i, value); });
-}
-
-template <class T, int... I>
-VEK_INLINE auto alternating(T even, T odd, Ints<I...>) {
-    return Vec<T, sizeof...(I)>{(I % 2 == 0 ? even : odd)...};
-}
-// even, odd, even, odd ...
-template <int W, class T>
-VEK_INLINE Vec<T, W> alternating(T even, T odd) {
-    return alternating(even, odd, typename MakeInts<W>::type{});
-}
-template <class V, int... I>
-VEK_INLINE V evenTwice(V a, Ints<I...>) {
-    return __builtin_shufflevector(a, a, (I / 2 * 2)...);
-}
-template <class V, int... I>
-VEK_INLINE V oddTwice(V a, Ints<I...>) {
-    return __builtin_shufflevector(a, a, (I / 2 * 2 + 1)...);
-}
-template <class V, int... I>
-VEK_INLINE V exchanged(V a, Ints<I...>) {
-    return __builtin_shufflevector(a, a, (I ^ 1)...);
-}
-template <class V, int... I>
-VEK_INLINE V pairsReversed(V a, Ints<I...>) {
-    constexpr int w = sizeof...(I);
-    return __builtin_shufflevector(a, a, ((w - 2 - I / 2 * 2) + I % 2)...);
-}
 
 template <class T, int W>
 VEK_INLINE Vec<T, W> conjugated(Vec<T, W> a) {
@@ -155,9 +90,11 @@ void complexAdd1(T re, T im, T* dst, size_t count) {
         [=](auto w, size_t i) { return load<w>(dst + 2 * i) + alternating<w>(re, im); });
 }
 
+// Both parts are sums: of a sum and a difference a compiler's own vectors would compute both in both lanes, and raise
+// what the lane thrown away earns.
 template <class T>
 VEK_INLINE Pair<T> product(Pair<T> a, Pair<T> b) {
-    return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+    return {a.re * b.re + a.im * negated<T, 1>(b.im), a.re * b.im + a.im * b.re};
 }
 
 template <class T>

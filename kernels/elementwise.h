@@ -96,12 +96,8 @@ VEK_INLINE bool anyBelow<8>(__m512d a, __m512d b) {
     return _mm512_cmp_pd_mask(a, b, _CMP_LT_OQ) != 0;
 }
 template <>
-VEK_INLINE bool anyBelow<16>(UintVec<float, 16> a, UintVec<float, 16> b) {
-    return _mm512_cmplt_epu32_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
-}
-template <>
-VEK_INLINE bool anyBelow<8>(UintVec<double, 8> a, UintVec<double, 8> b) {
-    return _mm512_cmplt_epu64_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
+VEK_INLINE bool anyBelow<16>(IntVec<float, 16> a, IntVec<float, 16> b) {
+    return _mm512_cmplt_epi32_mask(bitsAs<__m512i>(a), bitsAs<__m512i>(b)) != 0;
 }
 #endif
 
@@ -270,6 +266,19 @@ VEK_INLINE void forAll(const D* dst, size_t n, Compute compute, Put put) {
 template <Bound B = Bound::byMemory, class T, class Compute>
 VEK_INLINE void mapReals(T* dst, size_t n, Compute compute) {
     forAll<T, RealStep<B>>(dst, n, compute, [=](size_t i, auto value) VEK_INLINE_LAMBDA { store(dst + i, value); });
+}
+
+// Bytes from which the C library's copy is faster: where source and destination outgrow the first-level
+// cache, it moves whole cache lines. `script/bench arith` shows both sides of the limit.
+inline constexpr size_t longCopy = 24 * 1024;
+
+template <class T>
+VEK_INLINE void copyReals(const T* src, T* dst, size_t n) {
+    if (n * sizeof(T) >= longCopy) {
+        __builtin_memmove(dst, src, n * sizeof(T));
+        return;
+    }
+    mapReals(dst, n, [=](auto w, size_t i) { return load<w>(src + i); });
 }
 
 // ---- Reductions -----------------------------------------------------------------------------------------------------

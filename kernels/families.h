@@ -7,6 +7,7 @@
 // comes as several objects where one would take long to compile.
 #define VEK_FAMILIES(X)    \
     X(arith, ArithTable)   \
+    X(aritw, AritwTable)   \
     X(vec, VecTable)       \
     X(misc, MiscTable)     \
     X(dft, DftTable)       \

@@ -26,14 +26,16 @@ inline constexpr T least = static_cast<T>(-most<T> - 1);
 
 template <int Bytes>
 struct RegisterOf;
-#define VEK_REGISTER(bytes, type, prefix)                                                \
-    template <>                                                                          \
-    struct RegisterOf<bytes> {                                                           \
-        typedef type Register;                                                           \
-    };                                                                                   \
-    VEK_INLINE type addSaturated16(type a, type b) { return prefix##_adds_epi16(a, b); } \
-    VEK_INLINE type subSaturated16(type a, type b) { return prefix##_subs_epi16(a, b); } \
-    VEK_INLINE type productHigh16(type a, type b) { return prefix##_mulhi_epi16(a, b); } \
+#define VEK_REGISTER(bytes, type, prefix)                                                        \
+    template <>                                                                                  \
+    struct RegisterOf<bytes> {                                                                   \
+        typedef type Register;                                                                   \
+    };                                                                                           \
+    VEK_INLINE type addSaturated16(type a, type b) { return prefix##_adds_epi16(a, b); }         \
+    VEK_INLINE type subSaturated16(type a, type b) { return prefix##_subs_epi16(a, b); }         \
+    VEK_INLINE type productHigh16(type a, type b) { return prefix##_mulhi_epi16(a, b); }         \
+    VEK_INLINE type productHighUnsigned16(type a, type b) { return prefix##_mulhi_epu16(a, b); } \
+    VEK_INLINE type pairSums16(type a, type b) { return prefix##_madd_epi16(a, b); }             \
     VEK_INLINE type packSaturated32(type a, type b) { return prefix##_packs_epi32(a, b); }
 #if defined(__SSE2__)
 VEK_REGISTER(16, __m128i, _mm)
@@ -140,6 +142,21 @@ VEK_INLINE Int16s<W> productHigh(Int16s<W> a, Int16s<W> b) {
         return static_cast<int16_t>(a * b >> 16);
     else
         return bitsAs<Int16s<W>>(productHigh16(reg(a), reg(b)));
+}
+
+// The upper half of the product of numbers without sign.
+template <int W>
+VEK_INLINE Int16s<W> productHighUnsigned(Int16s<W> a, Int16s<W> b) {
+    if constexpr (W == 1)
+        return static_cast<int16_t>(uint32_t{static_cast<uint16_t>(a)} * static_cast<uint16_t>(b) >> 16);
+    else
+        return bitsAs<Int16s<W>>(productHighUnsigned16(reg(a), reg(b)));
+}
+
+// Of each pair of neighbours the sum of its two products, in 32 bits; 2^31, of the four least factors, wraps.
+template <int W>
+VEK_INLINE Int32s<W / 2> pairSums(Int16s<W> a, Int16s<W> b) {
+    return bitsAs<Int32s<W / 2>>(pairSums16(reg(a), reg(b)));
 }
 
 // ---- Twice as wide, in two vectors ----------------------------------------------------------------------------------

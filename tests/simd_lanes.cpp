@@ -1,7 +1,7 @@
 // The vector layer against the language's own arithmetic: every operation, in every lane, over all pairs of edge
 // values. Compiled once per level, as the kernels are and by their rules; test_level.cpp calls simdFault() where the
 // level runs.
-#include "kernels/integers.h"
+#include "kernels/scaling.h"
 
 namespace vek::VEK_LEVEL {
 
@@ -81,6 +81,8 @@ void checkType() {
     compare<T, T, T>("<", someAndEvery, [](int64_t a, int64_t b) { return a < b; });
 }
 
+constexpr auto doubled = [](auto, auto x) { return x + x; };
+
 // T is what its elements widen to.
 template <class S, class T>
 void checkWidening() {
@@ -92,6 +94,19 @@ void checkWidening() {
     VEK_EACH(float, float, S, store(to, (loadAs<float, w>(a))), a);
     VEK_EACH(T, S, T, storeNarrowed<w>(to, load<w>(a)), a);
     VEK_EACH(T, S, T, storeSaturated<w>(to, load<w>(a)), nearest<S>(a));
+}
+
+// Accumulated results that take 64 bits; what takes fewer, exports show.
+void checkScaling() {
+    for (int places = 1; places <= 32; ++places) {
+        VEK_EACH(int32_t, int16_t, int32_t, (storeFitted<fitRight, w>(to, widened<w>(load<w>(a)).map(doubled), places)),
+                 nearest<int16_t>(a * 2 >> places));
+        VEK_EACH(int32_t, int16_t, int32_t,
+                 (storeFitted<fitRightWraps, w>(to, widened<w>(load<w>(a)).map(doubled), places)), a * 2 >> places);
+    }
+    VEK_EACH(int32_t, int16_t, int32_t, (storeFitted<fitWraps, w>(to, widened<w>(load<w>(a)).map(doubled), 0)), a * 2);
+    VEK_EACH(int32_t, int16_t, int32_t, (storeFitted<fitSaturates, w>(to, widened<w>(load<w>(a)).map(doubled), 0)),
+             nearest<int16_t>(a * 2));
 }
 
 void checkReductions() {
@@ -131,6 +146,7 @@ const char* simdFault() {
     VEK_ONE(int16_t, narrowedSaturated<w>(product<w>(x, y)), nearest<int16_t>(a * b));
     checkWidening<int16_t, int32_t>();
     checkWidening<int32_t, int64_t>();
+    checkScaling();
     checkReductions();
     return fault;
 }

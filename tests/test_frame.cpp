@@ -5,18 +5,22 @@
 
 #include <gtest/gtest.h>
 
+#include "support/heap.h"
 #include "support/os.h"
 #include "support/reports.h"
 
+#include <thread>
+
 #ifdef _WIN32
 #include <atomic>
-#include <thread>
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 #include <fcntl.h>
 #include <io.h>
+#else
+#include <pthread.h>
 #endif
 
 namespace {
@@ -453,6 +457,65 @@ TEST(BoxReport, SilentAndUnknownModesAskNothing) {
         EXPECT_EQ(ended.errors, "<returned>") << mode;
         EXPECT_EQ(ended.code, returned) << mode;
     }
+}
+
+#endif
+
+// ---- Contexts -------------------------------------------------------------------------------------------------------
+
+constexpr char noContext[] = "VEKlib. Problem to allocate memory for TLS VEK context.";
+
+// unmade BUTTON: a thread for whose context there is no memory, neither when it starts nor when it calls.
+int unmadeChild([[maybe_unused]] const std::vector<std::string>& words) {
+#ifdef _WIN32
+    _setmode(2, _O_BINARY);
+    std::atomic<bool> stop{false};
+    std::thread([&stop, &words] { pressButtons(stop, std::stoi(words[1])); }).detach();
+    Sleep(200);   // it has its own context, and starts before memory ends
+#endif
+    heap::failEverywhere(true);
+    std::thread([] {
+        vekGetErrStatus();
+        say("<returned>");
+    }).join();
+    std::_Exit(returned);
+}
+const RegisterChild registerUnmade("unmade", unmadeChild);
+
+TEST(Context, EndsTheProcessWithoutMemory) {
+    if (!heap::available()) GTEST_SKIP();
+    const Ended ended = runSelf({"unmade", "1"});
+    EXPECT_TRUE(ended.exited);
+    EXPECT_EQ(ended.code, 1);
+#ifdef _WIN32
+    EXPECT_NE(ended.errors.find(std::string("[") + noContext + "]"), std::string::npos) << ended.errors;
+    EXPECT_EQ(ended.errors.find("<returned>"), std::string::npos);
+#else
+    EXPECT_EQ(ended.errors, std::string(noContext) + "\n");
+#endif
+}
+
+#if !defined(_WIN32) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+
+// What a program does before the library's constructors, in the children of these names.
+void beforeConstructors(int count, char** words, char**) {
+    if (count < 3) return;
+    if (std::strcmp(words[2], "early") == 0) vekSetErrMode(77);
+    if (std::strcmp(words[2], "keys") != 0) return;
+    pthread_key_t key;
+    while (pthread_key_create(&key, nullptr) == 0) continue;
+    vekGetErrMode();
+}
+[[gnu::section(".preinit_array"), gnu::used]] void (*const preinit)(int, char**, char**) = beforeConstructors;
+
+const RegisterChild registerEarly("early", [](const std::vector<std::string>&) { return vekGetErrMode(); });
+
+TEST(Context, OutlivesTheAttachmentThatItIsOlderThan) { EXPECT_EQ(runSelf({"early"}).code, 77); }
+
+TEST(Context, EndsTheProcessWithoutAKey) {
+    const Ended ended = runSelf({"keys"});
+    EXPECT_EQ(ended.code, 1);
+    EXPECT_EQ(ended.errors, std::string(noContext) + "\n");
 }
 
 #endif

@@ -16,7 +16,7 @@ std::string noMemoryReports(const Row& of, std::size_t request) {
     if (of.inner.name.empty()) return of.noMemoryReports(request);
     // Each of both signals asks for its tables.
     const std::string one = noMemoryReports(row(of.inner.name), request);
-    return one + one + reportLine(VEK_StsBacktrace, of.name(), "out " + of.inner.name, of.group.module);
+    return one + one + reportLine(VEK_StsBacktrace, of.name(), of.inner.message, of.group.module);
 }
 
 class Memory : public testing::TestWithParam<std::string> {
@@ -102,7 +102,7 @@ TEST_P(Memory, LargestSizes) {
         const Row& reporter = tested.inner.name.empty() ? tested : row(tested.inner.name);
         std::string wanted = reporter.noMemoryReports(0);
         if (!tested.inner.name.empty())   // initialises once
-            wanted += reportLine(VEK_StsBacktrace, tested.name(), "out " + tested.inner.name, tested.group.module);
+            wanted += reportLine(VEK_StsBacktrace, tested.name(), tested.inner.message, tested.group.module);
         EXPECT_EQ(reports.text(), wanted) << size;
         const Cell failure = tested.expectedFailure(VEK_StsNoMemory);
         EXPECT_EQ(std::memcmp(result.bytes, failure.bytes, sizeof result.bytes), 0) << size;

@@ -13,6 +13,7 @@
 #include "support/levels.h"
 #include "support/prepared.h"
 #include "support/reports.h"
+#include "vekscale.h"
 
 // tests/simd_lanes.cpp, which is compiled for each level.
 #define VEK_SIMD(level)      \
@@ -210,6 +211,10 @@ TEST_P(ForcedLevel, CasesReachEveryKernel) {
             for (int choice = 0; choice < tested.choices(); ++choice)
                 Prepared(tested, tested.plain(size, choice)).call();
         }
+    }
+    for (int mode : {0, 1, 2, 3, 4}) {   // what other families' exports call
+        int factor = 1;
+        vek::vekScaleIntToShort(1 << 20, mode, &factor);
     }
     EXPECT_EQ(reports.text(), "");
     ASSERT_TRUE(forceLevel(GetParam()));   // before the copies go

@@ -1,9 +1,11 @@
-// The aligned allocator and the version record.
+// The aligned allocator, what the tables hold of it, and the layout of the public records.
+#include <cstddef>
 #include <cstring>
 
 #include <gtest/gtest.h>
 
 #include "support/heap.h"
+#include "support/levels.h"
 #include "support/reports.h"
 
 namespace {
@@ -112,5 +114,98 @@ TEST(Version, Record) {
     EXPECT_STREQ(version->kind, "DLL");
     EXPECT_EQ(vekGetLibVersion(), version);
 }
+
+// ---- What tables hold -----------------------------------------------------------------------------------------------
+
+void releaseTables() {
+    vekcFreeTwdTbls();
+    vekzFreeTwdTbls();
+    vekvFreeTwdTbls();
+    vekFreeBitRevTbls();
+}
+
+// Bytes that a call leaves with the thread.
+template <class Call>
+double held(Call call) {
+    releaseTables();
+    const long before = heap::outstandingBytes();
+    call();
+    const long after = heap::outstandingBytes();
+    releaseTables();
+    EXPECT_EQ(heap::outstandingBytes(), before);
+    return static_cast<double>(after - before);
+}
+// Alignment and the heap's rounding add a little.
+void expectHeld(const char* what, int size, double bytes, double wanted) {
+    EXPECT_GE(bytes, wanted) << what << " " << size;
+    EXPECT_LE(bytes, wanted * 1.02 + (wanted < 65536 ? 96 : 4200)) << what << " " << size;
+}
+
+TEST(TableBytes, AreTheElements) {
+    if (!heap::available()) GTEST_SKIP();
+    for (int order = 0; order <= 18; ++order) {
+        const int n = 1 << order;
+        expectHeld("BitRev", order, held([=] { vekGetBitRevTbl(order); }), 4.0 * n);
+        expectHeld("c", order, held([=] { vekcGetFftTwdTbl(order); }), 8.0 * n);
+        expectHeld("z", order, held([=] { vekzGetFftTwdTbl(order); }), 16.0 * n);
+        expectHeld("v", order, held([=] { vekvGetFftTwdTbl(order); }), 4.0 * n);
+    }
+    for (const int length : {1, 7, 1000, 65537}) {
+        expectHeld("c", length, held([=] { vekcGetDftTwdTbl(length); }), 8.0 * length);
+        expectHeld("z", length, held([=] { vekzGetDftTwdTbl(length); }), 16.0 * length);
+        expectHeld("v", length, held([=] { vekvGetDftTwdTbl(length); }), 4.0 * length);
+    }
+}
+
+// In units of the signal: a self-sorting transform has its twiddles and two buffers; the four-step form one buffer, and
+// columns in place of twiddles. A real transform has what one of half the length has, and the roots of a quarter to
+// split by.
+class TransformBytes : public AtLevel {};
+TEST_P(TransformBytes, AreTablesAndBuffers) {
+    if (!heap::available()) GTEST_SKIP();
+    constexpr int initOnly = VEK_Forw | VEK_Init;
+    const struct {
+        const char* name;
+        void (*prepare)(int order);
+        double bytes;   // of the signal, for each of N
+        double most;    // signals held up to `fourSteps`; from there on four steps take `mostThen`
+        int fourSteps;
+        double mostThen;
+    } cases[] = {
+        {"vekcFft", [](int order) { vekcFft(nullptr, order, initOnly); }, 8, 3, 16, 1.3},
+        {"vekzFft", [](int order) { vekzFft(nullptr, order, initOnly); }, 16, 3, 15, 1.3},
+        {"veksRealFft", [](int order) { veksRealFft(nullptr, order, initOnly); }, 4, 3.5, 17, 1.8},
+        {"vekdRealFft", [](int order) { vekdRealFft(nullptr, order, initOnly); }, 8, 3.5, 16, 1.8},
+    };
+    for (const auto& of : cases)
+        for (int order = 0; order <= 20; ++order) {
+            const double signal = of.bytes * (1 << order);
+            const double most = order < of.fourSteps ? of.most : of.mostThen;
+            EXPECT_LE(held([&] { of.prepare(order); }), signal * most * 1.02 + 400) << of.name << " " << order;
+        }
+    // The swap list of a permutation: places of tiles of 8 by 8.
+    for (int order = 6; order <= 20; ++order) {
+        const double plain = held([=] { vekcFft(nullptr, order, initOnly); });
+        const double sorted = held([=] { vekcFft(nullptr, order, initOnly | VEK_InBitRev); });
+        EXPECT_LE(sorted - plain, (4 << order) / 64 * 1.02 + 100) << order;
+    }
+}
+VEK_AT_ALL_LEVELS(TransformBytes);
+
+// ---- Layouts, the same on both systems but for the width of pointers ------------------------------------------------
+
+static_assert(sizeof(VekCplx) == 8 && offsetof(VekCplx, im) == 4);
+static_assert(sizeof(VekDCplx) == 16 && offsetof(VekDCplx, im) == 8);
+static_assert(sizeof(VekWCplx) == 4 && offsetof(VekWCplx, im) == 2);
+static_assert(sizeof(VekICplx) == 8 && offsetof(VekICplx, im) == 4);
+static_assert(sizeof(VekStatus) == 4);
+constexpr std::size_t texts = sizeof(void*) == 4 ? 12 : 16;
+static_assert(offsetof(VekLibVersion, major) == 0 && offsetof(VekLibVersion, minor) == 4 &&
+              offsetof(VekLibVersion, build) == 8 && offsetof(VekLibVersion, name) == texts &&
+              offsetof(VekLibVersion, version) == texts + sizeof(void*) &&
+              offsetof(VekLibVersion, internalVersion) == texts + 2 * sizeof(void*) &&
+              offsetof(VekLibVersion, buildDate) == texts + 3 * sizeof(void*) &&
+              offsetof(VekLibVersion, kind) == texts + 4 * sizeof(void*) &&
+              sizeof(VekLibVersion) == texts + 5 * sizeof(void*));
 
 }   // namespace

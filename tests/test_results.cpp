@@ -50,11 +50,12 @@ std::vector<int> sizesOf(const Row& row) {
         return sizes;
     }
     for (int n = 1; n <= 67; ++n) sizes.push_back(n);
-    sizes.insert(sizes.end(), {100, 127, 256, 300, 515, 1024, 4099});
+    sizes.insert(sizes.end(), {100, 127, 256, 300, 515, 600, 1024, 4099});
     return sizes;
 }
 // Long vectors and those between take one choice of values in turn.
 bool takesAllChoices(const Row& row, int size) {
+    if (row.choices() > 64) return size == 1 || size == 67 || size == 600;
     return row.takesOrder() ? size <= 9 || !row.hasBuffers()
                             : size <= 3 || size == 8 || size == 17 || size == 33 || size == 67;
 }

@@ -23,6 +23,12 @@ struct Element<VekDCplx> {
     static constexpr bool complex = true;
 };
 
+template <>
+struct Element<VekWCplx> {
+    typedef int16_t Real;
+    static constexpr bool complex = true;
+};
+
 template <class T>
 using Real = typename Element<T>::Real;
 template <class T>

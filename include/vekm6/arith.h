@@ -16,7 +16,7 @@ VEK_DECLARATIONS_BEGIN
 //              The complex product is (a.re b.re - a.im b.im, a.re b.im + a.im b.re).
 //   Arguments: n elements in each vector, n >= 1; val is one element, but in Sub2 and Sub3 the vector
 //              of n elements that is subtracted.
-//   Scaling:   none. Real results and complex sums are rounded once and have the same bits on every
+//   Scaling:   none. Real results and complex sums are rounded once and are the same numbers on every
 //              processor; complex products may differ in their last bits, where a processor fuses a product
 //              and a sum.
 //   Aliasing:  dst may be one of the sources; vectors must not overlap otherwise.
@@ -110,7 +110,7 @@ void VEKAPI vekzbConjExtend2(const VekDCplx* src, VekDCplx* dst, int n);
 //              Mpy  (a.re b.re - a.im b.im, a.re b.im + a.im b.re)
 //              Div  (r (a.re b.re + a.im b.im), r (a.im b.re - a.re b.im)), r = 1 / (b.re b.re + b.im b.im).
 //                   r is formed in double precision: in vekzDiv it overflows or underflows when |b| is
-//                   outside about 1e-154 ... 1e154.
+//                   outside about 1e-154 ... 1e154, and raises the exceptions of that.
 //              Conj (a.re, -a.im), by the sign bit
 //              Set  (re, im)
 //   Arguments: any values.

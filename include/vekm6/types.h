@@ -80,6 +80,14 @@ enum {
     VEK_GT = 1
 };
 
+// Scale modes: how exact results become int16. vekm6/aritw.h says what each does.
+enum {
+    VEK_NO_SCALE = 0,      // the low 16 bits
+    VEK_SATURATE = 1,      // the nearest int16
+    VEK_FIXED_SCALE = 2,   // times 2^-factor first; with VEK_SATURATE, 3, saturated
+    VEK_AUTO_SCALE = 4     // by the least factor that makes all results fit, which is returned
+};
+
 // Flags of the transforms. They combine by or; 2048 is not used.
 enum {
     VEK_Forw = 1,          // forward transform

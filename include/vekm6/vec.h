@@ -7,7 +7,7 @@
 //   Errors:    VEK_StsBadArg: "len<=0"; then "vec==0", or "src==0", "dst==0"; then those of the group.
 //   Returns:   VEK_StsOk; after an error what the report handler returned; VEK_StsOk without computing under
 //              a negative status.
-// The results of the real members have the same bits on every processor.
+// The results of the real members are the same numbers on every processor, bit for bit.
 #ifndef VEKM6_VEC_H
 #define VEKM6_VEC_H
 

@@ -107,7 +107,8 @@ Expected complexInverse(const Element& e) {
     if (isNan(e.x)) return anything();
     const Exact thresh = e.y.re;
     const Exact size = isFinite(e.x) ? modulus(e.x) : magnitude(e.x.re) + magnitude(e.x.im);
-    if (size == 0) return Number{thresh == 0 ? inverseOfZero : 1 / thresh, 0};
+    if (size == 0 && thresh == 0) return Number{inverseOfZero, 0};
+    if (size == 0) return {Part{Part::near, 1 / thresh, 2 * e.real.smallest}, Part{}};
     if (!isFinite(size) && isFinite(thresh)) return Number{withSign(0, e.x.re), withSign(0, -e.x.im)};
     const Number x = direction(e.x);
     const Exact factor = 1 / modulus(x) / (size > thresh ? size : thresh);

@@ -11,7 +11,10 @@ void addBoth(Group group, const std::string& arguments, const std::string& check
         const std::string& type = function.letters;
         group.module = type == "s" || type == "c" ? "vekffts" : "vekfftd";
         Inner called = inner;
-        if (!inner.name.empty()) called.name = "vek" + type + inner.name;
+        if (!inner.name.empty()) {
+            called.name = "vek" + type + inner.name;
+            called.message = "out " + called.name;
+        }
         add(group, arguments, checks, {function}, called);
     }
 }

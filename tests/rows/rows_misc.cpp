@@ -1,15 +1,9 @@
-// Bit reversal and twiddle tables.
 #include "tests/support/rows.h"
 
 namespace test {
 
-namespace {
-
-const Group releasing{.module = "", .gate = Gate::always, .testedBy = "test_tables"};
-
-}   // namespace
-
 VEK_ROWS(misc) {
+    const Group releasing{.module = "", .gate = Gate::always, .testedBy = "test_tables"};
     const Group plain{.module = "vekmisc"};
     const Group keeping{.module = "vekmisc", .noMemory = "NULL Pointer", .testedBy = "test_tables"};
     add(plain, "plain value=305419896|-1|19|1073741824|-2, order order", "order<0; order>31", {VEK_NAMES(BitRev, )});
@@ -20,16 +14,6 @@ VEK_ROWS(misc) {
     add(keeping, "in src[2^order], apart dst[2^order], order order", "src==0; dst==0; order<0; order>31",
         {VEK_NAMES(bBitRev2, s, d, c, z, w, v)});
     add(releasing, "", "", {VEK_NAMES(FreeBitRevTbls, )});
-}
-
-VEK_ROWS(twd) {
-    const Group plain{.module = "vektwd"};
-    const Group keeping{.module = "vektwd", .noMemory = "NULL Pointer", .testedBy = "test_tables"};
-    add(plain, "out tbl[length], length length", "tbl==0; length<=0", {VEK_NAMES(CalcDftTwdTbl, c, z, v)});
-    add(plain, "out tbl[2^order], order order", "tbl==0; order<0; order>31", {VEK_NAMES(CalcFftTwdTbl, c, z, v)});
-    add(keeping, "length length", "length<=0", {VEK_NAMES(GetDftTwdTbl, c, z, v)});
-    add(keeping, "order order", "order<0; order>31", {VEK_NAMES(GetFftTwdTbl, c, z, v)});
-    add(releasing, "", "", {VEK_NAMES(FreeTwdTbls, c, z, v)});
 }
 
 }   // namespace test

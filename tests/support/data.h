@@ -101,15 +101,20 @@ public:
         int runLeft = 0;
         int stretchLeft = 0;
         bool specials = false;
+        int quiet = 0;   // integers: the leading bits that they do without
         Real kept = 0;
         fill<T>(values, [&] {
             if (stretchLeft-- <= 0) {
                 stretchLeft = 16 + below(128);
                 specials = below(2) == 0;
+                if (std::is_integral_v<Real>) quiet = below(8 * sizeof(Real));
             }
             if (runLeft-- <= 0) {
                 runLeft = below(8) == 0 ? below(24) : 0;
-                kept = specials && below(3) == 0 ? specialReal<Real>() : ordinaryReal<Real>();
+                const bool special = specials && (std::is_integral_v<Real> || below(3) == 0);
+                kept = special ? specialReal<Real>() : ordinaryReal<Real>();
+                if constexpr (std::is_integral_v<Real>)
+                    if (!special) kept = static_cast<Real>(kept >> quiet);
             }
             return kept;
         });

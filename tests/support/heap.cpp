@@ -6,9 +6,13 @@
 
 #include "vekm6.h"
 
-#if defined(_WIN32) && defined(VEK_TEST_DLL)
+#ifndef _WIN32
+#include <malloc.h>
+#elif defined(VEK_TEST_DLL)
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
+
+#include <malloc.h>
 #endif
 
 namespace test::heap {
@@ -26,17 +30,24 @@ struct Plan {
 constexpr Plan never = {-1, -1, static_cast<std::size_t>(-1), 0, 0, 0};
 thread_local Plan plan = never;
 std::atomic<long> balance{0};
+std::atomic<long> byteBalance{0};
+std::atomic<bool> allFail{false};
 
 [[maybe_unused]] bool refuses(std::size_t bytes) {
     const long n = plan.requests++;
     plan.lastBytes = bytes;
-    const bool refused = (n >= plan.failFrom && n < plan.failTo) || bytes > plan.largest;
+    const bool refused = (n >= plan.failFrom && n < plan.failTo) || bytes > plan.largest || allFail;
     if (refused) ++plan.failures;
     return refused;
 }
 
-[[maybe_unused]] void* counted(void* block) {
-    if (block != nullptr) ++balance;
+// A block that came, or is about to go, with what the heap says of its size.
+template <class Size>
+[[maybe_unused]] void* counted(void* block, Size size, int sign = 1) {
+    if (block != nullptr) {
+        balance += sign;
+        byteBalance += sign * static_cast<long>(size(block));
+    }
     return block;
 }
 
@@ -48,6 +59,9 @@ void failNone() { plan = never; }
 long requests() { return plan.requests; }
 long failures() { return plan.failures; }
 std::size_t lastBytes() { return plan.lastBytes; }
+void failEverywhere(bool fail) { allFail = fail; }
+long outstanding() { return balance; }
+long outstandingBytes() { return byteBalance; }
 
 #ifndef _WIN32
 
@@ -59,18 +73,16 @@ void* __wrap_malloc(std::size_t bytes);
 void* __wrap_calloc(std::size_t count, std::size_t bytes);
 void __wrap_free(void* block);
 
-void* __wrap_malloc(std::size_t bytes) { return refuses(bytes) ? nullptr : counted(__real_malloc(bytes)); }
+void* __wrap_malloc(std::size_t bytes) {
+    return refuses(bytes) ? nullptr : counted(__real_malloc(bytes), malloc_usable_size);
+}
 void* __wrap_calloc(std::size_t count, std::size_t bytes) {
-    return refuses(count * bytes) ? nullptr : counted(__real_calloc(count, bytes));
+    return refuses(count * bytes) ? nullptr : counted(__real_calloc(count, bytes), malloc_usable_size);
 }
-void __wrap_free(void* block) {
-    if (block != nullptr) --balance;
-    __real_free(block);
-}
+void __wrap_free(void* block) { __real_free(counted(block, malloc_usable_size, -1)); }
 }
 
 bool available() { return true; }
-long outstanding() { return balance; }
 
 #elif defined(VEK_TEST_DLL)
 
@@ -82,21 +94,15 @@ void (*realFree)(void*);
 HLOCAL(WINAPI* realLocalAlloc)(UINT, SIZE_T);
 HLOCAL(WINAPI* realLocalFree)(HLOCAL);
 
-void* watchedMalloc(std::size_t bytes) { return refuses(bytes) ? nullptr : counted(realMalloc(bytes)); }
+void* watchedMalloc(std::size_t bytes) { return refuses(bytes) ? nullptr : counted(realMalloc(bytes), _msize); }
 void* watchedCalloc(std::size_t count, std::size_t bytes) {
-    return refuses(count * bytes) ? nullptr : counted(realCalloc(count, bytes));
+    return refuses(count * bytes) ? nullptr : counted(realCalloc(count, bytes), _msize);
 }
-void watchedFree(void* block) {
-    if (block != nullptr) --balance;
-    realFree(block);
-}
+void watchedFree(void* block) { realFree(counted(block, _msize, -1)); }
 HLOCAL WINAPI watchedLocalAlloc(UINT flags, SIZE_T bytes) {
-    return refuses(bytes) ? nullptr : counted(realLocalAlloc(flags, bytes));
+    return refuses(bytes) ? nullptr : counted(realLocalAlloc(flags, bytes), LocalSize);
 }
-HLOCAL WINAPI watchedLocalFree(HLOCAL block) {
-    if (block != nullptr) --balance;
-    return realLocalFree(block);
-}
+HLOCAL WINAPI watchedLocalFree(HLOCAL block) { return realLocalFree(counted(block, LocalSize, -1)); }
 
 // Routes one import of the DLL elsewhere; true when it imports the name.
 bool reroute(const char* name, void* to, void** real) {
@@ -143,12 +149,10 @@ bool rerouteAll() {
 const bool rerouted = rerouteAll();
 
 bool available() { return rerouted; }
-long outstanding() { return balance; }
 
 #else
 
 bool available() { return false; }
-long outstanding() { return 0; }
 
 #endif
 

@@ -18,8 +18,12 @@ long requests();   // since the last of the calls above, by the calling thread
 long failures();
 std::size_t lastBytes();   // of the last request
 
-// Blocks that the whole process holds, from an arbitrary origin.
+// Every request of every thread fails, from now on or no more.
+void failEverywhere(bool fail);
+
+// Blocks that the whole process holds and the bytes in them, from arbitrary origins. The heap may round bytes up.
 long outstanding();
+long outstandingBytes();
 
 // Requests never fail once it is gone.
 struct Restore {

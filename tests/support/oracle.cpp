@@ -239,6 +239,8 @@ Sight::Sight(const Row& of, const Cells& given, const std::function<std::vector<
 
 int Sight::number(const char* name) const { return cells[static_cast<std::size_t>(row.index(name))].get<int>(); }
 
+bool Sight::isNull(const char* name) const { return cells[static_cast<std::size_t>(row.index(name))] == Cell{}; }
+
 const std::vector<Number>& Sight::array(const char* name) const { return arrays.at(name); }
 
 std::vector<Wide> Sight::wide(const char* name) const {

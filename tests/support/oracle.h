@@ -114,6 +114,7 @@ public:
     std::map<std::string, Wanted> wanted;   // by array; what it returns has no name
 
     int number(const char* name) const;
+    bool isNull(const char* name) const;
     const std::vector<Number>& array(const char* name) const;   // a scalar is an array of one
     std::vector<Wide> wide(const char* name) const;
 

@@ -94,7 +94,7 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
             unsigned char* start =
                 place(at, !argument.isWritten(), false, bytes, i < options.places.size() ? options.places[i] : Place{});
             if (argument.role == Role::factor) {
-                const int shift = 1;
+                const int shift = static_cast<int>(cells[i].get<std::int64_t>());
                 std::memcpy(start, &shift, sizeof shift);
             } else if (argument.isRead() || sourceOf(at) >= 0) {
                 fill(start, argument.type.real(), bytes);
@@ -109,6 +109,12 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
         options.hostile(*this);
     else
         setUp();
+    for (std::size_t i = 0; i < row.arguments.size(); ++i) {
+        if (row.arguments[i].role != Role::factor || plain[i].get<std::int64_t>() != noFactor) continue;
+        const Cell pointer = std::exchange(cells[i], Cell{});
+        VekStatus status = VEK_StsOk;
+        if (!row.expectedReports(cells, status).empty()) cells[i] = pointer;
+    }
     for (Block& block : blocks) block.before = block.held();
 }
 

@@ -28,7 +28,7 @@ public:
     Reports& operator=(const Reports&) = delete;
 
     // What the handler answers to a report of this status.
-    static VekStatus answer(VekStatus status) { return status - 1000; }
+    static VekStatus answer(VekStatus status) { return static_cast<VekStatus>(static_cast<unsigned>(status) - 1000); }
 
     const std::vector<Report>& seen() const { return recorded; }
     std::size_t count() const { return seen().size(); }

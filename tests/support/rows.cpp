@@ -98,7 +98,11 @@ Argument parseArgument(const std::string& text, const ArgumentType& type) {
     if (role == std::end(roleNames)) fail("no such role", text);
     Argument argument = {static_cast<Role>(role - std::begin(roleNames)), words[1], before(after(head, '['), ']'),
                          split(after(text, '='), '|'), type};
-    if (argument.role == Role::factor) argument.size = "1";
+    if (argument.role == Role::factor) {
+        argument.size = "1";
+        if (argument.values.empty())
+            argument.values = split("1|0|-1|2|15|16|17|31|33|-3|-15|-16|-2147483648|2147483647|null", '|');
+    }
     if (argument.role == Role::mode && argument.values.empty()) argument.values = {"0", "1", "2", "3", "4", "5"};
     if (argument.isBuffer() && (argument.size.empty() || !type.pointer)) fail("an array needs a size", text);
     if (argument.isWritten() && type.constant) fail("the array is constant", text);
@@ -182,7 +186,11 @@ Cells Row::plain(int size, int choice) const {
             cells[i].set(size);
         } else if (!argument.values.empty()) {
             const int of = static_cast<int>(argument.values.size());
-            cells[i] = cellOf(argument.type, value(argument.values[static_cast<std::size_t>(choice % of)], cells));
+            const std::string& chosen = argument.values[static_cast<std::size_t>(choice % of)];
+            if (argument.role == Role::factor)
+                cells[i].set(chosen == "null" ? noFactor : static_cast<std::int64_t>(value(chosen, cells)));
+            else
+                cells[i] = cellOf(argument.type, value(chosen, cells));
             choice /= of;
         } else if (argument.role == Role::scalar) {
             const bool integer = argument.type.real() == 'w' || argument.type.real() == 'i';
@@ -197,7 +205,13 @@ Cells Row::plain(int size, int choice) const {
 
 Cells Row::passedOn(const std::string& names, const Cells& cells) const {
     Cells passed;
-    for (const std::string& name : split(names, ' ')) passed.push_back(cells[static_cast<std::size_t>(index(name))]);
+    for (const std::string& name : split(names, ' ')) {
+        passed.emplace_back();
+        if (const int at = index(name); at >= 0)
+            passed.back() = cells[static_cast<std::size_t>(at)];
+        else
+            passed.back().set(std::stoi(name));
+    }
     return passed;
 }
 
@@ -218,8 +232,9 @@ std::string Row::expectedReports(const Cells& cells, VekStatus& status) const {
         return text;
     }
     text += row(inner.name).expectedReports(passedOn(inner.first, cells), status);
-    if (value(inner.both, cells) != 0) text += row(inner.name).expectedReports(passedOn(inner.second, cells), status);
-    if (status < 0) text += reportLine(VEK_StsBacktrace, name(), "out " + inner.name, group.module);
+    if (!inner.both.empty() && value(inner.both, cells) != 0)
+        text += row(inner.name).expectedReports(passedOn(inner.second, cells), status);
+    if (status < 0) text += reportLine(VEK_StsBacktrace, name(), inner.message, group.module);
     return text;
 }
 
@@ -396,12 +411,16 @@ std::vector<Wrong> wrongs(const Row& of, const Cells& cells) {
         if (!check.ends) all.push_back({check.message, provocations(of, cells, check.condition)});
     if (of.inner.name.empty()) return all;
     for (const std::string& half : {of.inner.first, of.inner.second}) {
+        if (half.empty()) continue;
         const std::vector<std::string> names = split(half, ' ');
         for (Wrong& wrong : wrongs(row(of.inner.name), of.passedOn(half, cells))) {
             for (Changes& changes : wrong.ways)
                 for (Change& change : changes)
                     change.argument = of.index(names[static_cast<std::size_t>(change.argument)]);
-            all.push_back(wrong);
+            std::erase_if(wrong.ways, [](const Changes& changes) {   // of what the caller does not pass
+                return std::any_of(changes.begin(), changes.end(), [](const Change& of) { return of.argument < 0; });
+            });
+            if (!wrong.ways.empty()) all.push_back(wrong);
         }
     }
     return all;

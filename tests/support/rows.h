@@ -13,7 +13,9 @@
 //     apart            an out that must not overlap any other
 //     length, order    the call's size; further ones need a value: "length hLen=xLen/2+1"
 //     scalar           of any element type
-//     mode, factor     how results are brought to int16, and the pointer to the shift, which is read or written
+//     mode, factor     how results are brought to int16, and the pointer to the shift, which is read or written, or
+//     null
+//                      where the checks let it; both have values of their own
 //     flags, plain     other numbers
 //     record           a pointer to a state record; Group::setUp makes it ready
 //     pointer          anything else that is not looked into
@@ -103,12 +105,15 @@ struct Group {
     std::string testedBy = {};   // where the results are tested, if not by an oracle
 };
 
-// The export that a two-signal member calls twice, and the arguments of each call.
+// The export that another one calls, a two-signal member twice, and the arguments of each call.
 struct Inner {
     std::string name;
-    std::string first, second;   // names, with spaces between
-    std::string both;            // a condition on which the second call is made
+    std::string first, second;   // names, or numbers other than zero, with spaces between
+    std::string both;            // a condition on which the second call is made; empty: it never is
+    std::string message = {};    // of the backtrace
 };
+// What a factor's plain value is where the call passes null.
+inline constexpr std::int64_t noFactor = INT64_MIN;
 
 struct Row {
     Function function;
@@ -125,7 +130,8 @@ struct Row {
 
     long double value(const std::string& expression, const Cells& cells) const;
     std::size_t elements(const Argument& buffer, const Cells& cells) const;
-    // All but pointers, for a call of that size: an ordinary one, or variant `choice` of choices().
+    // All but pointers, though of a factor what it points to, for a call of that size: an ordinary one, or variant
+    // `choice` of choices().
     Cells plain(int size, int choice = 0) const;
     int choices() const;
 

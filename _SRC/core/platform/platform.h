@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace vek::platform {
 
@@ -32,9 +33,16 @@ inline void* slot() {
 #endif
 }
 
-bool reserveSlot();          // once per process; safe to repeat; false when the system has no slot left
-void releaseSlot();          // at the end of the process
-bool setSlot(void* value);   // a value that is not null has the thread's end reported to core::threadDetach()
+bool reserveSlot();   // once per process; safe to repeat; false when the system has no slot left
+bool setSlot(void* value);
+bool watchThreadEnd();   // has the calling thread's end reported to core::threadDetach(), once
+
+std::uint32_t threadId();          // never 0
+bool hasEnded(std::uint32_t id);   // of threads of this process; a new thread that got the same id counts as the old
+
+// One lock, for the list of contexts.
+void lock();
+void unlock();
 
 void* zeroedAlloc(std::size_t bytes);   // zero-filled memory, or null
 void zeroedFree(void* block);

@@ -2,6 +2,7 @@
 // system's notice that a thread ends.
 #include "platform.h"
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -9,6 +10,7 @@
 
 #include <fcntl.h>
 #include <pthread.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include "../context.h"
@@ -19,20 +21,14 @@ __thread void* slotPointer = nullptr;
 
 namespace {
 
-enum class KeyState : int {
-    unmade,
-    made,
-    failed,
-    released
-};
-
 constinit pthread_key_t threadEndKey = 0;
-constinit KeyState keyState = KeyState::unmade;
+constinit bool keyMade = false;
 constinit pthread_once_t keyOnce = PTHREAD_ONCE_INIT;
+constinit pthread_mutex_t listMutex = PTHREAD_MUTEX_INITIALIZER;
 
 void onThreadEnd(void*) { core::threadDetach(); }
 
-void makeKey() { keyState = pthread_key_create(&threadEndKey, onThreadEnd) == 0 ? KeyState::made : KeyState::failed; }
+void makeKey() { keyMade = pthread_key_create(&threadEndKey, onThreadEnd) == 0; }
 
 // Reads the first letter of the next line typed at the terminal; 0 where there is none.
 char typedLetter() {
@@ -50,21 +46,25 @@ char typedLetter() {
 
 bool reserveSlot() {
     pthread_once(&keyOnce, makeKey);
-    return keyState != KeyState::failed;
-}
-
-void releaseSlot() {
-    if (keyState != KeyState::made) return;
-    keyState = KeyState::released;
-    pthread_key_delete(threadEndKey);
+    return keyMade;
 }
 
 bool setSlot(void* value) {
-    // After the key is gone (the process is ending) the slot still works; nobody is told of the thread's end.
-    if (keyState == KeyState::made && pthread_setspecific(threadEndKey, value) != 0) return false;
     slotPointer = value;
     return true;
 }
+
+bool watchThreadEnd() { return pthread_setspecific(threadEndKey, &slotPointer) == 0; }
+
+std::uint32_t threadId() { return static_cast<std::uint32_t>(gettid()); }
+
+bool hasEnded(std::uint32_t id) {
+    return id == threadId() || (tgkill(getpid(), static_cast<pid_t>(id), 0) != 0 && errno == ESRCH);
+}
+
+void lock() { pthread_mutex_lock(&listMutex); }
+
+void unlock() { pthread_mutex_unlock(&listMutex); }
 
 void* zeroedAlloc(std::size_t bytes) { return std::calloc(1, bytes); }
 
@@ -97,12 +97,19 @@ void fatalExit(const char* text) {
 
 namespace {
 
+// The library stays where it is once it is loaded (-z nodelete), whatever dlclose is told: the system calls onThreadEnd
+// whenever a thread ends that used it, and nothing could stop a thread that is just about to. So these two run once
+// per process.
+
 [[gnu::constructor]] void onLoad() {
+    // A child process gets the list as it is between two changes.
+    pthread_atfork(lock, unlock, unlock);
     // A library cannot refuse to load here; a context that could not be made now is asked for again at first use.
     core::processAttach();
 }
 
-[[gnu::destructor]] void onUnload() { core::processDetach(); }
+// The process ends, but its other threads may be inside the library to the last instant: they keep what they have.
+[[gnu::destructor]] void onExit() { core::threadDetach(); }
 
 }   // namespace
 

@@ -21,12 +21,31 @@ bool reserveSlot() {
     return true;
 }
 
-void releaseSlot() {
-    if (slotIndex != TLS_OUT_OF_INDEXES) TlsFree(slotIndex);
-    slotIndex = TLS_OUT_OF_INDEXES;
+bool setSlot(void* value) { return slotIndex != TLS_OUT_OF_INDEXES && TlsSetValue(slotIndex, value) != 0; }
+
+bool watchThreadEnd() { return true; }   // the loader reports all threads
+
+std::uint32_t threadId() { return GetCurrentThreadId(); }
+
+bool hasEnded(std::uint32_t id) {
+    if (id == threadId()) return true;
+    const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, id);
+    if (thread == nullptr) return GetLastError() == ERROR_INVALID_PARAMETER;
+    const bool ended = WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
+    CloseHandle(thread);
+    return ended;
 }
 
-bool setSlot(void* value) { return slotIndex != TLS_OUT_OF_INDEXES && TlsSetValue(slotIndex, value) != 0; }
+// The loader reports one thread at a time, but a thread that is older than the library comes without its knowledge.
+namespace {
+LONG volatile listBusy = 0;
+}
+
+void lock() {
+    for (int tries = 0; InterlockedExchange(&listBusy, 1) != 0; ++tries) Sleep(tries < 16 ? 0 : 1);
+}
+
+void unlock() { InterlockedExchange(&listBusy, 0); }
 
 void* zeroedAlloc(std::size_t bytes) { return LocalAlloc(LPTR, bytes); }
 
@@ -51,13 +70,28 @@ void fatalExit(const char* text) {
 
 }   // namespace vek::platform
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+namespace {
+
+// FreeLibrary, which no thread may be inside of the library for: the contexts of all threads go. The loader does not
+// report the end of a thread meanwhile. At the end of the process the other threads have been stopped wherever they
+// were, in the heap or in this library: everything stays as it is, for the system to reclaim.
+void onUnload(bool processEnds) {
+    using namespace vek;
+    if (processEnds || platform::slotIndex == TLS_OUT_OF_INDEXES) return;
+    core::releaseContexts();
+    TlsFree(platform::slotIndex);   // empties the slot in every thread
+    platform::slotIndex = TLS_OUT_OF_INDEXES;
+}
+
+}   // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {
     using namespace vek::core;
     switch (reason) {
         case DLL_PROCESS_ATTACH: return processAttach();
         case DLL_THREAD_ATTACH: return threadAttach();
         case DLL_THREAD_DETACH: threadDetach(); return TRUE;
-        case DLL_PROCESS_DETACH: processDetach(); return TRUE;
+        case DLL_PROCESS_DETACH: onUnload(reserved != nullptr); return TRUE;
         default: return TRUE;
     }
 }
