@@ -78,7 +78,6 @@ constexpr int fewestForFloat = 129;
 using Wide = std::int64_t;
 
 std::uint64_t realsOf(int length) { return 2 * static_cast<std::uint64_t>(length); }
-const std::int16_t* shorts(const VekWCplx* elements) { return reinterpret_cast<const std::int16_t*>(elements); }
 
 std::uint64_t integerBytes(int length) {
     const auto& kernels = vek::oneOf<vek::kernels::DftIntegers>(vek::kernelsNow().dft);
@@ -88,7 +87,7 @@ void integerCore(const VekWCplx* src, Wide* results, int length, int flags, cons
     const auto& kernels = vek::oneOf<vek::kernels::DftIntegers>(vek::kernelsNow().dft);
     const std::uint64_t n = realsOf(length);
     auto* sums = reinterpret_cast<double*>(results + n);
-    kernels.transform(shorts(src), sums, length, isInverse(flags), shorts(table), sums + n);
+    kernels.transform(reals(src), sums, length, isInverse(flags), reals(table), sums + n);
     const Wide divisor = Wide{16384} * divisorOf(length, flags);
     for (std::uint64_t i = 0; i < n; ++i) results[i] = vek::core::nearestQuotient(static_cast<Wide>(sums[i]), divisor);
 }
@@ -97,7 +96,7 @@ std::uint64_t floatBytes(int length) { return realsOf(length) * (sizeof(Wide) + 
 bool floatCore(Call& call, const VekWCplx* src, Wide* results, int length, int flags) {
     const std::uint64_t n = realsOf(length);
     auto* values = reinterpret_cast<float*>(results + n);
-    for (std::uint64_t i = 0; i < n; ++i) values[i] = shorts(src)[i];
+    for (std::uint64_t i = 0; i < n; ++i) values[i] = reals(src)[i];
     auto* pairs = reinterpret_cast<VekCplx*>(values);
     vekcDft(pairs, pairs, length, flags);
     if (call.backtrace("vekvDft float core error")) return false;
@@ -138,8 +137,8 @@ void shortDft(const VekWCplx* src, VekWCplx* dst, int length, int flags, int sca
     if (call.bad(src == nullptr, "src==0")) return;
     if (call.bad(dst == nullptr, "dst==0")) return;
     if (badDirection(call, flags)) return;
-    const bool chosen = (scaleMode & 4) != 0;
-    if (call.bad(chosen && (scaleMode & 2) != 0, "VEK_FIXED_SCALE and VEK_AUTO_SCALE")) return;
+    const bool chosen = (scaleMode & VEK_AUTO_SCALE) != 0;
+    if (call.bad(chosen && (scaleMode & VEK_FIXED_SCALE) != 0, "VEK_FIXED_SCALE and VEK_AUTO_SCALE")) return;
     if (call.bad(chosen && scaleFactor == nullptr, "VEK_AUTO_SCALE and ScaleFactor==NULL")) return;
     if (call.stopped()) return;
     if (length == 1) {
@@ -152,7 +151,7 @@ void shortDft(const VekWCplx* src, VekWCplx* dst, int length, int flags, int sca
         integerCore(src, wide, length, flags, table);
     else if (!floatCore(call, src, wide, length, flags))
         return;
-    vek::core::toShorts(wide, realsOf(length), &dst->re, scaleMode, scaleFactor);
+    vek::core::toShorts(wide, realsOf(length), reals(dst), scaleMode, scaleFactor);
 }
 
 }   // namespace

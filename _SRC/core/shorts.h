@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "vekm6/types.h"
+
 namespace vek::core {
 
 // a / d to the nearest integer, ties to even; d > 0.
@@ -16,10 +18,11 @@ inline std::int64_t nearestQuotient(std::int64_t a, std::int64_t d) {
     return quotient + (!away ? 0 : a < 0 ? -1 : 1);
 }
 
-// Bits of the mode: 4, the factor is chosen; else 2, it is given; 1, what does not fit is clamped instead of wrapped.
+// By the bits of the mode: with automatic scaling the factor comes from the largest magnitude as vekbScaleIntToShort
+// has it; with fixed scaling it is given, null being 0; saturation clamps what does not fit, which else wraps.
 inline void toShorts(const std::int64_t* values, std::size_t n, std::int16_t* dst, int mode, int* factor) {
-    const bool chosen = (mode & 4) != 0;
-    const bool clamps = (mode & 1) != 0;
+    const bool chosen = (mode & VEK_AUTO_SCALE) != 0;
+    const bool clamps = (mode & VEK_SATURATE) != 0;
     int shift = 0;
     if (chosen) {
         std::uint64_t largest = 0;
@@ -31,7 +34,7 @@ inline void toShorts(const std::int64_t* values, std::size_t n, std::int16_t* ds
         }
         if (!fits) shift = std::bit_width(largest) - 1 - 14;
         *factor = shift;
-    } else if ((mode & 2) != 0 && factor != nullptr) {
+    } else if ((mode & VEK_FIXED_SCALE) != 0 && factor != nullptr) {
         shift = std::clamp(*factor, -15, 31);
     }
     for (std::size_t i = 0; i < n; ++i) {

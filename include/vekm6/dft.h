@@ -43,20 +43,19 @@ void VEKAPI vekzDft(const VekDCplx* src, VekDCplx* dst, int length, int flags);
 //              elements, the same bits on all processors. In float: vekcDft. Both to the nearest integer, ties to
 //              even, with 1/length where that is asked for; then scaled. Length 1 copies the element, unscaled.
 //   Arguments: as above; VEK_Free, which looks at no other argument, releases all that vekcFreeTwdTbls and
-//              vekvFreeTwdTbls do. scaleMode: its bits 4, 2 and 1; scaleFactor: may be null unless the mode has
-//              bit 4.
-//   Scaling:   by mode and factor, one factor for all results. With bit 4 the factor is chosen and returned: 0 where
-//              all results fit, else the place of the largest magnitude's highest bit minus 14. With bit 2 the
-//              factor, -15 ... 31, is given, null being 0. Results are shifted right by the factor, or left by its
-//              magnitude; with bit 1 clamped to int16, else wrapped.
+//              vekvFreeTwdTbls do. scaleMode: its bits VEK_AUTO_SCALE, VEK_FIXED_SCALE and VEK_SATURATE; scaleFactor:
+//              may be null without VEK_AUTO_SCALE.
+//   Scaling:   by mode and factor, one factor for all results. With VEK_AUTO_SCALE the factor is chosen and returned: 0
+//              where all results fit, else the place of the largest magnitude's highest bit minus 14. With
+//              VEK_FIXED_SCALE the factor, -15 ... 31, is given, null being 0. Results are shifted right by the factor,
+//              or left by its magnitude; with VEK_SATURATE clamped to int16, else wrapped.
 //   Aliasing:  dst may be src, or overlap it.
 //   Errors:    VEK_StsBadArg: "length<=0"; "TwidleTbl==0", of the roots in Q14 with VEK_DoIntCore or below length
 //              129, else of those in float; in integers "buff==0". In float, when memory for the scratch area runs
 //              out, all is released as by VEK_Free and asked for again; VEK_StsNoMemory: "No working memory". Here
 //              VEK_Init returns. VEK_StsBadArg: "src==0"; "dst==0"; "VEK_Forw or VEK_Inv must be as a flag";
-//              "VEK_FIXED_SCALE and VEK_AUTO_SCALE", bits 2 and 4; "VEK_AUTO_SCALE and ScaleFactor==NULL". After a
-//              report of vekcDft VEK_StsBacktrace: "vekvDft float core error". A failed call leaves dst and the
-//              factor as they were.
+//              "VEK_FIXED_SCALE and VEK_AUTO_SCALE"; "VEK_AUTO_SCALE and ScaleFactor==NULL". After a report of vekcDft
+//              VEK_StsBacktrace: "vekvDft float core error". A failed call leaves dst and the factor as they were.
 void VEKAPI vekvDft(const VekWCplx* src, VekWCplx* dst, int length, int flags, int scaleMode, int* scaleFactor);
 
 VEK_DECLARATIONS_END
