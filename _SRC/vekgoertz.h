@@ -24,7 +24,8 @@ VekStatus init(const char* module, const char* name, RealOf<State> freq, State* 
     using T = RealOf<State>;
     Call call{module, name};
     if (call.bad(state == nullptr, "Null state pointer")) return call.result;
-    if (call.bad(!(freq >= 0 && freq < 1), "Invalid frequency value")) return call.result;
+    const bool valid = std::isgreaterequal(freq, T{0}) && std::isless(freq, T{1});   // no NaN
+    if (call.bad(!valid, "Invalid frequency value")) return call.result;
     if (call.stopped()) return VEK_StsOk;
     constexpr double twoPi = 6.283185307179586;
     const double angle = twoPi * static_cast<double>(freq);
