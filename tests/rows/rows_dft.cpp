@@ -9,7 +9,8 @@ VEK_ROWS(dft) {
     const Group floats{.module = "vekdft", .noMemory = "TwdTbl==0; buff==0", .noMemoryStatus = VEK_StsBadArg};
     add(floats, arrays + "1|2|17|18|65281", "length<=0; =flags & 4; =flags & 8; src==0; dst==0; " + direction,
         {CZ(Dft)});
-    const Group shorts{.module = "vekdft", .noMemory = "TwidleTbl==0; buff==0", .noMemoryStatus = VEK_StsBadArg};
+    const Group shorts{
+        .module = "vekdft", .noMemory = "TwidleTbl==0; buff==0", .noMemoryStatus = VEK_StsBadArg, .perLevel = true};
     add(shorts, arrays + "1|2|18|8193|8194|16385|16386|24577, mode scaleMode, factor scaleFactor",
         "=flags & 8; length<=0; =flags & 4; src==0; dst==0; " + direction +
             "; VEK_FIXED_SCALE and VEK_AUTO_SCALE: (scaleMode & 2) && (scaleMode & 4)"

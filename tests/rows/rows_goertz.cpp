@@ -22,9 +22,9 @@ VEK_ROWS(goertz) {
                           const Functions& blocks) {
         const Group made{.module = module, .returnsStatus = true, .testedBy = "test_goertz"};
         const Group reset{.module = module, .setUp = ready, .testedBy = "test_goertz"};
-        const Group running{.module = module, .setUp = ready};
-        add(made, "scalar freq=0.1|0|0.25|0.75, record state", noState + "; Invalid frequency value: freq<0 || freq>=1",
-            inits);
+        const Group running{.module = module, .setUp = ready, .perLevel = true};
+        add(made, "scalar freq=0.1|0|0.25|0.75, record state",
+            noState + "; Invalid frequency value: !(freq>=0 && freq<1)", inits);
         add(reset, "record state", noState, resets);
         add(running, "record state, scalar sample" + more, noState + checks, ones);
         add(running, "record state, in samples[len], length len" + more, noState + noBlock + checks, blocks);

@@ -102,6 +102,7 @@ struct Group {
     void (*setUp)(Scene& scene) = nullptr;      // makes records ready
     void (*tearDown)(Scene& scene) = nullptr;   // releases what they own
     std::vector<Hostile> hostile = {};
+    bool perLevel = false;       // levels may differ by more than the last bits: roundings add up, or become integers
     std::string testedBy = {};   // where the results are tested, if not by an oracle
 };
 
