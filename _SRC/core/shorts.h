@@ -32,7 +32,7 @@ inline void toShorts(const std::int64_t* values, std::size_t n, std::int16_t* ds
             largest = std::max(largest, values[i] < 0 ? 0 - bits : bits);
             fits = fits && values[i] >= -32768 && values[i] <= 32767;
         }
-        if (!fits) shift = std::bit_width(largest) - 1 - 14;
+        if (!fits) shift = static_cast<int>(std::bit_width(largest)) - 1 - 14;
         *factor = shift;
     } else if ((mode & VEK_FIXED_SCALE) != 0 && factor != nullptr) {
         shift = std::clamp(*factor, -15, 31);
