@@ -1,35 +1,24 @@
 // Twiddle tables: powers of a root of unity, kept by order or by length.
 #include "vekm6/twd.h"
 
-#include "core/call.h"
+#include "core/dfttables.h"
 
 namespace {
 
 using vek::core::badOrder;
 using vek::core::Call;
 using vek::core::context;
-using vek::core::DftList;
 using vek::core::fillTwiddles;
-using vek::core::TwiddleTables;
+using vek::core::twiddlesOf;
 
 constexpr const char* module = "vektwd";
-
-TwiddleTables& tablesOf(const VekCplx*) { return context().tables.twiddleC; }
-TwiddleTables& tablesOf(const VekDCplx*) { return context().tables.twiddleZ; }
-TwiddleTables& tablesOf(const VekWCplx*) { return context().tables.twiddleV; }
 
 template <class T>
 const T* getDft(const char* name, int length) {
     Call call{module, name};
     if (call.bad(length <= 0, "length<=0") || call.stopped()) return nullptr;
-    DftList& list = tablesOf(static_cast<const T*>(nullptr)).dft;
-    if (const void* known = list.find(length)) return static_cast<const T*>(known);
-    if (call.noMemory(list.full(), "Full Table")) return nullptr;
-    const auto count = static_cast<std::uint64_t>(length);
-    T* table = static_cast<T*>(vek::core::allocateArray(count, sizeof(T)));
-    if (call.noMemory(table == nullptr, "NULL Pointer")) return nullptr;
-    fillTwiddles(table, count);
-    list.append(length, table);
+    const T* table = vek::core::dftTable<T>(call, length);
+    if (!call.stopped()) call.noMemory(table == nullptr, "NULL Pointer");
     return table;
 }
 
@@ -38,7 +27,7 @@ const T* getFft(const char* name, int order) {
     Call call{module, name};
     if (badOrder(call, order) || call.stopped()) return nullptr;
     const std::uint64_t count = std::uint64_t{1} << order;
-    const T* table = tablesOf(static_cast<const T*>(nullptr)).fft.template get<T>(order, count, [count](T* fresh) {
+    const T* table = twiddlesOf<T>(context().tables).fft.template get<T>(order, count, [count](T* fresh) {
         fillTwiddles(fresh, count);
     });
     call.noMemory(table == nullptr, "NULL Pointer");

@@ -36,8 +36,10 @@
 
 #include "vekm6/arith.h"
 #include "vekm6/aritw.h"
+#include "vekm6/dft.h"
 #include "vekm6/fft.h"
 #include "vekm6/frame.h"
+#include "vekm6/goertz.h"
 #include "vekm6/memory.h"
 #include "vekm6/misc.h"
 #include "vekm6/twd.h"

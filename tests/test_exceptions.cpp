@@ -101,7 +101,9 @@ void checkRow(const Row& tested, bool isComplex, int size, bool nans) {
             for (std::size_t i = 0; i < tested.arguments.size(); ++i)
                 if (tested.arguments[i].isBuffer() && tested.arguments[i].role != Role::in)
                     shown.look(prepared.cells[i].get<T*>(), count);
-            if (!tested.hasBuffers()) shown.look(reinterpret_cast<const T*>(result.bytes), parts);
+            const ArgumentType& returned = tested.function.result;
+            if (returned.bytes >= sizeof(T) && (returned.real() == 's' || returned.real() == 'd'))
+                shown.look(reinterpret_cast<const T*>(result.bytes), returned.bytes / sizeof(T));
             int earned = shown.inf ? FE_OVERFLOW | FE_DIVBYZERO : 0;
             // A product may make NaNs of infinities beside those that were given.
             const bool isProduct = tested.name().find("Mpy") != std::string::npos;

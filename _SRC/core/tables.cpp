@@ -56,12 +56,14 @@ void TransformTables::releaseAll() {
     working.releaseAll();
     realSplit.releaseAll();
     scratch.release();
+    dft.release();
 }
 
 void TableCache::releaseC() {
     twiddleC.releaseAll();
     transformC.releaseAll();
     swapList.releaseAll();
+    shortDft.release();
 }
 
 void TableCache::releaseZ() {
@@ -72,6 +74,7 @@ void TableCache::releaseZ() {
 void TableCache::releaseV() {
     twiddleV.releaseAll();
     swapList.releaseAll();
+    shortDft.release();
 }
 
 void TableCache::releaseBitRev() {

@@ -71,6 +71,7 @@ struct TransformTables {
     OrderSlots working;
     OrderSlots realSplit;   // keyed by the order of the half-length transform
     Scratch scratch;        // one transform's intermediate data
+    Scratch dft;            // the same of transforms of any length
 
     void releaseAll();
 };
@@ -80,6 +81,7 @@ struct TableCache {
     OrderSlots swapList;
     TwiddleTables twiddleC, twiddleZ, twiddleV;
     TransformTables transformC, transformZ;
+    Scratch shortDft;   // wide values of the int16 transform of any length
 
     const std::int32_t* swapListOf(int order);
 

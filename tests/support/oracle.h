@@ -100,6 +100,7 @@ struct Wanted {
     std::vector<Wide> whole;   // may be shorter than the array: the rest is not spoken of
     long double power = -1;    // what the error is relative to; below zero: the power of whole
     int order = 0;             // of the transform, on which the bound depends
+    double bound = -1;         // below zero: that of the fast transforms
 };
 
 // A call as oracles see it: arguments and arrays before it was made.

@@ -118,6 +118,11 @@ Prepared::Prepared(const Row& of, const Cells& plain, const SceneOptions& how)
     for (Block& block : blocks) block.before = block.held();
 }
 
+void Prepared::spoil(const Changes& changes) {
+    apply(changes, cells);
+    for (Block& block : blocks) block.before = block.held();
+}
+
 Prepared::~Prepared() {
     if (options.hostile == nullptr) tearDown();
 }
@@ -164,6 +169,13 @@ std::vector<double> realsAt(const void* start, std::size_t bytes, char real) {
         values.push_back(real == 's' ? static_cast<double>(single) : value);
     }
     return values;
+}
+
+void releaseTables() {
+    vekcFreeTwdTbls();
+    vekzFreeTwdTbls();
+    vekvFreeTwdTbls();
+    vekFreeBitRevTbls();
 }
 
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& of, const Cells& cells) {

@@ -42,6 +42,9 @@ public:
 
     void* array(char letter, std::size_t count) override;
 
+    // Before the call: makes arguments, or what they point to, wrong.
+    void spoil(const Changes& changes);
+
     // The contents of what the row writes, one after the other; of records only the arrays that they were given.
     std::vector<unsigned char> outputs() const;
     // Whether those, and the records, hold what they held before the call.
@@ -74,6 +77,9 @@ private:
 
 // The floats or doubles that stand in memory; of anything else the bytes.
 std::vector<double> realsAt(const void* start, std::size_t bytes, char real);
+
+// All tables of the thread; it keeps no more than 32 lengths of a type.
+void releaseTables();
 
 // All ways in which outs may be one of the ins; the first is none.
 std::vector<std::vector<std::pair<int, int>>> aliasings(const Row& row, const Cells& cells);

@@ -18,7 +18,7 @@ std::map<std::string, void (*)()>& families() {
     return known;
 }
 std::vector<Field>& fields() {
-    static std::vector<Field> known;
+    static std::vector<Field> known = {{&recordTag<int>, "value", 0, typeOf<int>()}};
     return known;
 }
 std::vector<Row> table;
@@ -246,6 +246,11 @@ std::string Row::lateReports(const Cells& cells, VekStatus& status) const {
         status = VEK_StsBadArg;
     }
     return text;
+}
+
+std::string Row::noMemoryReports(std::size_t request) const {
+    const std::vector<std::string> messages = split(group.noMemory, ';');
+    return reportLine(group.noMemoryStatus, name(), messages[std::min(request, messages.size() - 1)], group.module);
 }
 
 bool Row::computesBeforeFailing(const Cells& cells) const {

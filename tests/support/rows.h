@@ -93,12 +93,16 @@ struct Group {
     std::string module = {};
     Gate gate = Gate::computes;
     bool returnsStatus = false;
-    std::string noMemory = {};    // the message when its tables cannot be built; empty: it asks for no memory
-    bool retriesMemory = false;   // one failed request is made good
-    std::string late = {};        // checks that are reported after the computation
+    // The message when its tables cannot be built, or one for each of its requests, with semicolons between; empty: it
+    // asks for no memory.
+    std::string noMemory = {};
+    VekStatus noMemoryStatus = VEK_StsNoMemory;
+    bool retriesMemory = false;                 // one failed request is made good
+    std::string late = {};                      // checks that are reported after the computation
     void (*setUp)(Scene& scene) = nullptr;      // makes records ready
     void (*tearDown)(Scene& scene) = nullptr;   // releases what they own
     std::vector<Hostile> hostile = {};
+    bool perLevel = false;       // levels may differ by more than the last bits: roundings add up, or become integers
     std::string testedBy = {};   // where the results are tested, if not by an oracle
 };
 
@@ -138,6 +142,8 @@ struct Row {
     std::string lateReports(const Cells& cells, VekStatus& status) const;
     // Whether a call that is rejected has computed something before: the first half of a two-signal member.
     bool computesBeforeFailing(const Cells& cells) const;
+    // The reports when the first, second ... request for memory fails.
+    std::string noMemoryReports(std::size_t request) const;
     // What it returns after having reported, or at a negative status.
     Cell expectedFailure(VekStatus status) const;
     // Of a two-signal member: the arguments that its first or second call passes on.
@@ -182,7 +188,8 @@ struct RegisterRows {
     static const RegisterRows register_##family(#family, rowsOf_##family); \
     static void rowsOf_##family()
 
-// A record's field, for checks that look at it: VEK_FIELD(VekFirState, self).
+// A record's field, for checks that look at it: VEK_FIELD(VekFirState, self). What a factor points to is its field
+// `value`.
 struct Field {
     const void* record;
     const char* name;
