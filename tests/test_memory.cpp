@@ -58,8 +58,8 @@ TEST(Allocator, BlocksAreAlignedWholeAndDistinct) {
 
 TEST(Allocator, RequestsTheBytesOfItsElements) {
     if (!heap::available()) GTEST_SKIP();
-    constexpr std::size_t overhead = 32 + sizeof(void*);
     forAllocators([](std::size_t width, auto allocate) {
+        constexpr std::size_t overhead = 32 + sizeof(void*);
         for (const std::uint32_t count : {0u, 1u, 1000u, 0x10000000u, 0xffffffffu}) {
             const long before = heap::outstanding();
             heap::failAt(0, true);
