@@ -33,11 +33,8 @@ constexpr int aNan = 1, anInfinity = 2;
 template <class T>
 int met(const void* start, std::size_t bytes) {
     int all = 0;
-    for (std::size_t i = 0; i < bytes / sizeof(T); ++i) {
-        T value;
-        std::memcpy(&value, static_cast<const char*>(start) + i * sizeof value, sizeof value);
+    for (const double value : realsAt(start, bytes, sizeof(T) == 4 ? 's' : 'd'))
         all |= std::isnan(value) ? aNan : std::isinf(value) ? anInfinity : 0;
-    }
     return all;
 }
 

@@ -21,7 +21,7 @@ protected:
     static void release(const std::string& name) { row(name).function.call({}); }
     static long releaseAll() {
         for (const char* name : releasing) release(name);
-        return heap::outstanding();
+        return heap::held();
     }
     static const unsigned char* get(const Row& of, int size) {
         return of.function.call(of.plain(size)).get<unsigned char*>();
@@ -66,17 +66,17 @@ TEST_F(Tables, LiveUntilTheirTypesAreFreed) {
     for (const Row& of : rows()) {
         if (!handsOut(of) && !isTransform(of)) continue;
         Prepared(of, 7).call();
-        const long held = heap::outstanding();
+        const long held = heap::held();
         EXPECT_TRUE(handsOut(of) ? held == before + 1 : held > before) << of.name();
         vekSetErrStatus(VEK_StsBadArg);
         const std::string& letters = of.function.letters;
         const char* own = releasing[letters.empty() ? 0 : 1 + std::string("cszdv").find(letters[0]) / 2];
         for (const char* name : releasing)
             if (name != own) release(name);
-        EXPECT_EQ(heap::outstanding(), held) << of.name();
+        EXPECT_EQ(heap::held(), held) << of.name();
         for (int times = 0; times < 2; ++times) {   // nothing is left for the second
             release(own);
-            EXPECT_EQ(heap::outstanding(), before) << of.name();
+            EXPECT_EQ(heap::held(), before) << of.name();
         }
         EXPECT_EQ(vekGetErrStatus(), VEK_StsBadArg);
         vekSetErrStatus(VEK_StsOk);
@@ -112,16 +112,16 @@ TEST_F(Tables, InitAndFree) {
             SCOPED_TRACE(tested.name() + " " + std::to_string(flags));
             if ((flags & (VEK_Init | VEK_Free)) != 0) continue;
             callWith(tested, order, flags | VEK_Init);
-            EXPECT_GT(heap::outstanding(), before);
+            EXPECT_GT(heap::held(), before);
             heap::failAt(0, true);
             prepared.call();
             EXPECT_EQ(heap::requests(), 0);
             heap::failNone();
             callWith(tested, 40, flags | VEK_Free);
             callWith(tested, -1, flags | VEK_Free);
-            EXPECT_GT(heap::outstanding(), before);
+            EXPECT_GT(heap::held(), before);
             callWith(tested, order, flags | VEK_Free | VEK_Init);
-            EXPECT_EQ(heap::outstanding(), before);
+            EXPECT_EQ(heap::held(), before);
 
             callWith(tested, order, flags | VEK_Init);
             Cells cells = tested.plain(order);
@@ -130,7 +130,7 @@ TEST_F(Tables, InitAndFree) {
             const std::string wanted = tested.expectedReports(cells, status);
             vekSetErrStatus(VEK_StsBadArg);
             EXPECT_TRUE(tested.function.call(cells) == (wanted.empty() ? Cell{} : tested.expectedFailure(status)));
-            EXPECT_EQ(heap::outstanding(), before);
+            EXPECT_EQ(heap::held(), before);
             EXPECT_EQ(reports.text(), wanted);
             EXPECT_EQ(vekGetErrStatus(), VEK_StsBadArg);
             reports.clear();

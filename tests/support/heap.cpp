@@ -24,7 +24,8 @@ struct Plan {
     std::size_t lastBytes = 0;
 };
 thread_local Plan plan;
-std::atomic<long> balance{0}, byteBalance{0};
+thread_local long blocks = 0, bytesInBlocks = 0;
+std::atomic<long> balance{0};
 std::atomic<bool> allFail{false};
 
 bool refuses(std::size_t bytes) {
@@ -40,7 +41,8 @@ template <class Size>
 void* counted(void* block, Size size, int sign = 1) {
     if (block == nullptr) return block;
     balance += sign;
-    byteBalance += sign * static_cast<long>(size(block));
+    blocks += sign;
+    bytesInBlocks += sign * static_cast<long>(size(block));
     return block;
 }
 
@@ -54,7 +56,8 @@ long failures() { return plan.failures; }
 std::size_t lastBytes() { return plan.lastBytes; }
 void failEverywhere(bool fail) { allFail = fail; }
 long outstanding() { return balance; }
-long outstandingBytes() { return byteBalance; }
+long held() { return blocks; }
+long heldBytes() { return bytesInBlocks; }
 
 #ifndef _WIN32
 
@@ -79,15 +82,11 @@ bool available() { return true; }
 namespace {
 
 void* (*realMalloc)(std::size_t);
-void* (*realCalloc)(std::size_t, std::size_t);
 void (*realFree)(void*);
 HLOCAL(WINAPI* realLocalAlloc)(UINT, SIZE_T);
 HLOCAL(WINAPI* realLocalFree)(HLOCAL);
 
 void* watchedMalloc(std::size_t bytes) { return refuses(bytes) ? nullptr : counted(realMalloc(bytes), _msize); }
-void* watchedCalloc(std::size_t count, std::size_t bytes) {
-    return refuses(count * bytes) ? nullptr : counted(realCalloc(count, bytes), _msize);
-}
 void watchedFree(void* block) { realFree(counted(block, _msize, -1)); }
 HLOCAL WINAPI watchedLocalAlloc(UINT flags, SIZE_T bytes) {
     return refuses(bytes) ? nullptr : counted(realLocalAlloc(flags, bytes), LocalSize);
@@ -97,7 +96,7 @@ HLOCAL WINAPI watchedLocalFree(HLOCAL block) { return realLocalFree(counted(bloc
 // From the start: a block is to be seen both when it comes and when it goes. The imports of the static twin are also
 // the tests' own.
 const bool rerouted = GetModuleHandleA("vekm6.dll") != nullptr && reroute("malloc", watchedMalloc, &realMalloc) &&
-                      reroute("calloc", watchedCalloc, &realCalloc) && reroute("free", watchedFree, &realFree) &&
+                      reroute("free", watchedFree, &realFree) &&
                       reroute("LocalAlloc", watchedLocalAlloc, &realLocalAlloc) &&
                       reroute("LocalFree", watchedLocalFree, &realLocalFree);
 
