@@ -7,7 +7,6 @@ to the same prefix, and the files compared.
 
 usage: check_reproducible.py SOURCE_DIR BUILD_DIR CMAKE NINJA [configure option ...]
 """
-import hashlib
 import os
 import pathlib
 import re
@@ -38,29 +37,24 @@ with tempfile.TemporaryDirectory() as scratch:
     shutil.copytree(source, copy, ignore=shutil.ignore_patterns("build", "out", ".git", "tests", "bench", "examples"))
     run(cmake, "-S", str(copy), "-B", str(other), "-G", "Ninja", *sys.argv[5:])
     commands = run(ninja, "-C", str(other), "-t", "commands", "vekm6").splitlines()
-    outputs = [re.search(r" -o (\S+\.o(?:bj)?) -c ", command) for command in commands]
-    kernels = [output[1] for output in outputs if output and "vekm6_core" not in output[1]]
+    objects = {match[1]: command for command in commands if (match := re.search(r" -o (\S+\.o(?:bj)?) -c ", command))}
+    kernels = [name for name in objects if "vekm6_core" not in name]
     copied = sorted(kernels, key=lambda name: (build / name).stat().st_size)[1:]
-    (other / "CMakeFiles/vekm6.dir").mkdir(parents=True, exist_ok=True)
-    for command, output in zip(commands, outputs):
-        if output:
-            (other / output[1]).parent.mkdir(parents=True, exist_ok=True)
-        if output and output[1] in copied:
-            shutil.copyfile(build / output[1], other / output[1])
-        else:
+    for name in [*objects, "CMakeFiles/vekm6.dir/any"]:
+        (other / name).parent.mkdir(parents=True, exist_ok=True)
+    for name in copied:
+        shutil.copyfile(build / name, other / name)
+    for command in commands:
+        if command not in [objects[name] for name in copied]:
             run("sh", "-c", command, cwd=other)
-    compiled = sum(1 for output in outputs if output) - len(copied)
+    compiled = len(objects) - len(copied)
     if compiled < 10:
         sys.exit(f"only {compiled} files were compiled")
 
     here, there = installed(build, elsewhere / "1"), installed(other, elsewhere / "2")
     faults = [f"{name} is installed by one build only" for name in sorted(set(here) ^ set(there))]
-    for name in sorted(set(here) & set(there)):
-        if here[name] != there[name]:
-            faults.append(f"{name}: {hashlib.sha256(here[name]).hexdigest()} here, "
-                          f"{hashlib.sha256(there[name]).hexdigest()} elsewhere")
-        for path in (source, build):
-            if str(path).encode() in here[name]:
-                faults.append(f"{name} holds the path {path}")
+    faults += [f"{name} differs between the builds" for name in here if here[name] != there.get(name, here[name])]
+    faults += [f"{name} holds the path {path}" for name in here for path in (source, build)
+               if str(path).encode() in here[name]]
 print("\n".join(faults) or f"{len(here)} installed files are the same at two paths, {compiled} objects compiled anew")
 sys.exit(1 if faults else 0)

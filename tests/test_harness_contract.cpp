@@ -9,15 +9,15 @@
 
 extern "C" {
 
+// What a call left, as pushfl and pushal store it; where the stack ended, and was to end.
 struct TestMachine {
-    std::uint32_t ebx, esi, edi, ebp, esp, wantedEsp, flags, mxcsr, eax, edx;
-    std::uint16_t x87[14];   // as fnstenv stores it: control word, -, status, -, tags, ...
-    unsigned char st0[12];   // the result of functions that return float or double
-};
-TestMachine testMachine;
-std::uint32_t testSavedEbp, testSavedEsp;
-std::uint16_t testSavedControl;
-std::uint32_t testSavedMxcsr, testReturnsInSt0;
+    std::uint32_t edi, esi, ebp, unused, ebx, edx, ecx, eax, flags;
+} testMachine;
+std::uint32_t testEsp, testWantedEsp, testOldEsp;
+// As fxsave stores it: the x87 control word at 0, the registers in use at 4, MXCSR at 24, st(0) at 32.
+alignas(16) unsigned char testFloats[512], testOldFloats[512];
+std::uint16_t testControl = 0x027f;
+std::uint32_t testMxcsr = 0x9fc0;
 
 // Calls with the argument words on the stack, which at the callee's first instruction stands at `phase` modulo 16.
 void testEnter(void* function, const std::uint32_t* words, std::uint32_t count, std::uint32_t phase);
@@ -27,64 +27,36 @@ asm(R"(
     .text
     .globl _testEnter
 _testEnter:
-    pushl %ebp
-    movl %esp, %ebp
-    pushl %ebx
-    pushl %esi
-    pushl %edi
-    movl %esp, _testSavedEsp
-    movl %ebp, _testSavedEbp
-    fnstcw _testSavedControl
-    stmxcsr _testSavedMxcsr
-
-    leal -512(%esp), %eax
-    andl $-16, %eax
-    addl 20(%ebp), %eax
-    leal 4(%eax), %edi
-    movl 12(%ebp), %esi
-    movl 16(%ebp), %ecx
-    leal (%edi,%ecx,4), %edx
-    movl %edx, _testMachine+20
-    movl 8(%ebp), %edx
-    cld
+    pushal
+    movl %esp, _testOldEsp
+    fxsave _testOldFloats
+    movl 36(%esp), %edx
+    movl 40(%esp), %esi
+    movl 44(%esp), %ecx
+    movl 48(%esp), %eax
+    subl $512, %esp
+    andl $-16, %esp
+    leal 4(%esp,%eax), %edi
+    movl %edi, %esp
+    leal (%edi,%ecx,4), %eax
+    movl %eax, _testWantedEsp
     rep movsl
-    leal 4(%eax), %esp
-
-    pushl $0x027f
-    fldcw (%esp)
-    movl $0x9fc0, (%esp)
-    ldmxcsr (%esp)
-    addl $4, %esp
+    fldcw _testControl
+    ldmxcsr _testMxcsr
     movl $0x11111111, %ebx
     movl $0x22222222, %esi
     movl $0x33333333, %edi
     movl $0x44444444, %ebp
     call *%edx
-
-    movl %ebx, _testMachine
-    movl %esi, _testMachine+4
-    movl %edi, _testMachine+8
-    movl %ebp, _testMachine+12
-    movl %esp, _testMachine+16
-    movl %eax, _testMachine+32
-    movl %edx, _testMachine+36
-    movl _testSavedEsp, %esp
+    movl %esp, _testEsp
+    movl $_testMachine+36, %esp
     pushfl
-    popl _testMachine+24
+    pushal
     cld
-    stmxcsr _testMachine+28
-    cmpl $0, _testReturnsInSt0
-    je 1f
-    fstpt _testMachine+68
-1:  fnstenv _testMachine+40
-    fninit
-    fldcw _testSavedControl
-    ldmxcsr _testSavedMxcsr
-    movl _testSavedEbp, %ebp
-    popl %edi
-    popl %esi
-    popl %ebx
-    popl %ebp
+    fxsave _testFloats
+    movl _testOldEsp, %esp
+    fxrstor _testOldFloats
+    popal
     ret
 )");
 
@@ -92,38 +64,30 @@ namespace {
 
 using namespace test;
 
-void pushWords(std::vector<std::uint32_t>& words, const void* bytes, std::size_t size) {
-    const std::size_t first = words.size();
-    words.resize(first + (size + 3) / 4);
-    std::memcpy(words.data() + first, bytes, size);
-}
+bool returnsInSt0(const ArgumentType& type) { return !type.pointer && (type.letter == 's' || type.letter == 'd'); }
 
 // As Function::call, through testEnter.
 Cell enter(const Row& tested, const Cells& cells, std::uint32_t phase) {
     Cell result;
+    std::uint32_t words[64], count = 0;
+    const auto push = [&](const void* bytes, std::size_t size) {
+        std::memcpy(words + count, bytes, size);
+        count += static_cast<std::uint32_t>(size + 3) / 4;
+    };
     const ArgumentType& type = tested.function.result;
-    std::vector<std::uint32_t> words;
     const void* hidden = result.bytes;   // where a result goes that two registers cannot hold
     const bool inMemory = type.bytes > 8;
-    if (inMemory) pushWords(words, &hidden, sizeof hidden);
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        const ArgumentType& argument = tested.arguments[i].type;
-        pushWords(words, cells[i].bytes, argument.pointer ? 4 : argument.bytes);
-    }
-    testReturnsInSt0 = !type.pointer && (type.letter == 's' || type.letter == 'd');
-    testEnter(reinterpret_cast<void*>(tested.function.address), words.data(), static_cast<std::uint32_t>(words.size()),
-              phase);
-    if (testReturnsInSt0 != 0) {
-        long double value = 0;
-        std::memcpy(&value, testMachine.st0, 10);
-        if (type.letter == 's')
-            result.set(static_cast<float>(value));
-        else
-            result.set(static_cast<double>(value));
-    } else if (!inMemory) {
-        const std::uint32_t both[] = {testMachine.eax, testMachine.edx};
+    if (inMemory) push(&hidden, sizeof hidden);
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        push(cells[i].bytes, tested.arguments[i].type.pointer ? 4 : tested.arguments[i].type.bytes);
+    testEnter(reinterpret_cast<void*>(tested.function.address), words, count, phase);
+    const std::uint32_t both[] = {testMachine.eax, testMachine.edx};
+    long double value = 0;
+    std::memcpy(&value, testFloats + 32, 10);
+    if (returnsInSt0(type))
+        type.letter == 's' ? result.set(static_cast<float>(value)) : result.set(static_cast<double>(value));
+    else if (!inMemory)
         std::memcpy(result.bytes, both, type.bytes);
-    }
     return result;
 }
 
@@ -131,59 +95,56 @@ class Contract : public testing::TestWithParam<std::string> {
 protected:
     const Row& tested = row(GetParam());
 
-    void expectKept(const std::string& what) {
-        EXPECT_EQ(testMachine.ebx, 0x11111111u) << what;
-        EXPECT_EQ(testMachine.esi, 0x22222222u) << what;
-        EXPECT_EQ(testMachine.edi, 0x33333333u) << what;
-        EXPECT_EQ(testMachine.ebp, 0x44444444u) << what;
-        EXPECT_EQ(testMachine.esp, testMachine.wantedEsp) << what << ": stack";
-        EXPECT_EQ(testMachine.flags & 0x400u, 0u) << what << ": direction flag";
-        EXPECT_EQ(testMachine.mxcsr & 0xffc0u, 0x9fc0u) << what << ": MXCSR";
-        EXPECT_EQ(testMachine.x87[0], 0x027f) << what << ": x87 control word";
-        EXPECT_EQ(testMachine.x87[4], 0xffff) << what << ": x87 tags";
+    // The call, and the path of a report, which calls the handler, at each phase of the stack.
+    template <class Call>
+    void atEachPhase(const std::string& what, Call call) {
+        for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
+            SCOPED_TRACE(what + " phase " + std::to_string(phase));
+            Reports reports;
+            call(phase, reports);
+            const TestMachine& now = testMachine;
+            EXPECT_TRUE(now.ebx == 0x11111111 && now.esi == 0x22222222 && now.edi == 0x33333333) << "registers";
+            EXPECT_TRUE(now.ebp == 0x44444444 && testEsp == testWantedEsp) << "stack";
+            EXPECT_EQ(now.flags & 0x400, 0u) << "direction flag";
+            EXPECT_EQ(std::memcmp(testFloats, &testControl, 2), 0) << "x87 control word";
+            EXPECT_EQ(testFloats[4], returnsInSt0(tested.function.result) ? 0x80 : 0) << "x87 registers";
+            EXPECT_TRUE((testFloats[24] & 0xc0) == 0xc0 && testFloats[25] == 0x9f) << "MXCSR";
+        }
     }
 };
 
-TEST_P(Contract, AtEveryStackPhase) {
+TEST_P(Contract, Computing) {
     for (const int size : {1, 3, 6, 9}) {
-        for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
-            const std::string what = "size " + std::to_string(size) + " phase " + std::to_string(phase);
-            Reports reports;
+        atEachPhase("size " + std::to_string(size), [&](std::uint32_t phase, const Reports&) {
             vekSetErrMode(VEK_ErrModeSilent);
             const Prepared direct(tested, size);
             const Cell wanted = direct.call();
-            const std::vector<unsigned char> wantedOutputs = direct.outputs();
             vekSetErrMode(VEK_ErrModeSilent);
-
             const Prepared prepared(tested, size);
             const Cell got = enter(tested, prepared.cells, phase);
-            expectKept(what);
-            EXPECT_EQ(prepared.damage(), "") << what;
+            vekSetErrMode(VEK_ErrModeLeaf);
+            EXPECT_EQ(prepared.damage(), "");
+            EXPECT_TRUE(prepared.outputs() == direct.outputs());
             if (GetParam().find("Malloc") != std::string::npos) {
                 vekFree(wanted.get<void*>());
                 vekFree(got.get<void*>());
             } else if (GetParam() != "vekRedirectError") {   // whose result is the handler before
-                EXPECT_EQ(std::memcmp(got.bytes, wanted.bytes, sizeof got.bytes), 0) << what;
+                EXPECT_TRUE(got == wanted);
             }
-            EXPECT_TRUE(prepared.outputs() == wantedOutputs) << what;
-            vekSetErrMode(VEK_ErrModeLeaf);
-        }
+        });
     }
 }
 
-// The path of a report is an entry too: it calls the handler.
-TEST_P(Contract, WhileReporting) {
+TEST_P(Contract, Reporting) {
     if (tested.checks.empty()) return;
-    for (const std::uint32_t phase : {0u, 4u, 8u, 12u}) {
-        Reports reports;
+    atEachPhase("", [&](std::uint32_t phase, const Reports& reports) {
         Prepared prepared(tested, 3);
         test::apply(wrongs(tested, prepared.cells)[0].ways[0], prepared.cells);
         VekStatus status = VEK_StsOk;
         const std::string wanted = tested.expectedReports(prepared.cells, status);
         enter(tested, prepared.cells, phase);
-        expectKept("phase " + std::to_string(phase));
         EXPECT_EQ(reports.text(), wanted);
-    }
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Export, Contract, testing::ValuesIn(rowNames([](const Row&) { return true; })),

@@ -3,9 +3,9 @@
 #include <vekm6/types.h>
 
 #include <atomic>
+#include <barrier>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <thread>
 #include <vector>
 
@@ -23,7 +23,7 @@ std::atomic<bool> lateCalls(false);
 using Handle = HMODULE;
 Handle openLibrary() { return LoadLibraryA("vekm6.dll"); }
 void closeLibrary(Handle library) { FreeLibrary(library); }
-void* find(Handle library, const char* name) { return reinterpret_cast<void*>(GetProcAddress(library, name)); }
+auto find(Handle library, const char* name) { return GetProcAddress(library, name); }
 
 std::size_t heldBytes() {
     HANDLE heaps[64];
@@ -39,28 +39,9 @@ std::size_t heldBytes() {
 }
 
 void onThread(int starts) {
-    if (!lateCalls) return;
-    if (starts != 0)
-        setMode(77);
-    else
-        table(7);
-}
-void prepare() {
-    void (*tellOfThreads)(void (*)(int)) = nullptr;
-    void* found = find(LoadLibraryA("first.dll"), "tellOfThreads");
-    std::memcpy(&tellOfThreads, &found, sizeof found);
-    tellOfThreads(onThread);
+    if (lateCalls) starts != 0 ? setMode(77) : static_cast<void>(table(7));
 }
 bool startedWell() { return getMode() == 77; }
-
-// Without a thread-local slot the library does not load.
-bool refusesWithoutSlot() {
-    std::vector<DWORD> taken;
-    for (DWORD index; (index = TlsAlloc()) != TLS_OUT_OF_INDEXES;) taken.push_back(index);
-    const Handle library = openLibrary();
-    for (const DWORD index : taken) TlsFree(index);
-    return library == nullptr;
-}
 
 #else
 #include <dlfcn.h>
@@ -79,17 +60,15 @@ void onEnd(void* asked) {
     table(7);
     pthread_setspecific(key, asked);
 }
-void prepare() {}
 bool startedWell() {
     static const int made = pthread_key_create(&key, onEnd);
     return made == 0 && pthread_setspecific(key, &key) == 0;
 }
-bool refusesWithoutSlot() { return true; }
 #endif
 
 template <class Function>
 void look(Handle library, const char* name, Function& function) {
-    void* found = find(library, name);
+    const auto found = find(library, name);
     std::memcpy(&function, &found, sizeof found);
 }
 Handle load() {
@@ -102,59 +81,67 @@ Handle load() {
     return library;
 }
 
-void call() {
-    VekCplx samps[64] = {};
-    fft(samps, 6, VEK_Forw);
-    table(60);
+// What a system needs before threads call late; false: the library loads though there is no thread-local slot.
+bool prepare() {
+#ifdef _WIN32
+    void (*tellOfThreads)(void (*)(int)) = nullptr;
+    look(LoadLibraryA("first.dll"), "tellOfThreads", tellOfThreads);
+    tellOfThreads(onThread);
+    std::vector<DWORD> taken;
+    for (DWORD index; (index = TlsAlloc()) != TLS_OUT_OF_INDEXES;) taken.push_back(index);
+    const Handle library = openLibrary();
+    for (const DWORD index : taken) TlsFree(index);
+    return library == nullptr;
+#else
+    return true;
+#endif
+}
+
+// What the rounds after the 50th leave behind; more than 20000 bytes are not the system's own.
+template <class Round>
+bool keeps(const char* what, int rounds, Round round) {
+    std::size_t before = 0;
+    for (int i = 0; i < rounds; ++i) {
+        if (i == 50) before = heldBytes();
+        round();
+    }
+    const long kept = static_cast<long>(heldBytes() - before);
+    std::printf("reload: %ld bytes in %d %s\n", kept, rounds - 50, what);
+    return kept > 20000;
 }
 
 int main() {
     constexpr int living = 4;
-    std::atomic<int> cycle(0), done(0);
+    std::barrier<> loaded(living + 1), called(living + 2);
+    std::atomic<int> wrong(0);
+    bool ends = false;
+    const auto call = [&] {
+        VekCplx samps[64] = {};
+        fft(samps, 6, VEK_Forw);
+        table(60);
+        called.arrive_and_wait();
+    };
     std::vector<std::thread> threads;
     for (int i = 0; i < living; ++i)
         threads.emplace_back([&] {
-            for (int seen = 0; seen >= 0; ++done) {
-                while (cycle == seen) std::this_thread::yield();
-                seen = cycle;
-                if (seen > 0) call();
-            }
+            for (loaded.arrive_and_wait(); !ends; loaded.arrive_and_wait()) call();
         });
-    std::size_t before = 0;
-    for (int i = 1; i <= 1050; ++i) {
-        if (i == 50) before = heldBytes();
-        const Handle library = load();
-        if (library == nullptr) return 1;
-        cycle = i;
-        std::atomic<bool> called(false);
-        std::thread ending([&] {
-            call();
-            called = true;
-        });
-        while (done != living || !called) std::this_thread::yield();
-        done = 0;
-        closeLibrary(library);
-        ending.join();
-    }
-    const std::size_t reloaded = heldBytes();
-    cycle = -1;
+    if (keeps("cycles", 1050, [&] {
+            const Handle library = load();
+            if (library == nullptr) std::_Exit(1);
+            loaded.arrive_and_wait();
+            std::thread ending(call);
+            called.arrive_and_wait();
+            closeLibrary(library);
+            ending.join();
+        }))
+        return 2;
+    ends = true;
+    loaded.arrive_and_wait();
     for (std::thread& thread : threads) thread.join();
 
-    prepare();
-    if (!refusesWithoutSlot() || load() == nullptr) return 2;
+    if (!prepare() || load() == nullptr) return 3;
     lateCalls = true;
-    std::atomic<int> wrong(0);
-    std::size_t early = 0;
-    for (int i = 0; i < 2000; ++i) {
-        if (i == 50) early = heldBytes();
-        std::thread([&] { wrong += startedWell() ? 0 : 1; }).join();
-    }
-    const std::size_t late = heldBytes();
-    std::printf("reload: %ld bytes in 1000 cycles, %ld in 1950 threads that call late\n",
-                static_cast<long>(reloaded - before), static_cast<long>(late - early));
-    const long most = 20000;   // what the system keeps for itself varies
-    return wrong != 0                                    ? 3
-           : static_cast<long>(reloaded - before) > most ? 4
-           : static_cast<long>(late - early) > most      ? 5
-                                                         : 0;
+    if (keeps("threads that call late", 2000, [&] { std::thread([&] { wrong += !startedWell(); }).join(); })) return 4;
+    return wrong != 0 ? 5 : 0;
 }

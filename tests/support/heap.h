@@ -21,9 +21,11 @@ std::size_t lastBytes();   // of the last request
 // Every request of every thread fails, from now on or no more.
 void failEverywhere(bool fail);
 
-// Blocks that the whole process holds and the bytes in them, from arbitrary origins. The heap may round bytes up.
+// Blocks that the whole process holds, or the calling thread and the bytes in them, from arbitrary origins. The heap
+// may round bytes up. On Windows the system may start threads at any time, and each gets its context.
 long outstanding();
-long outstandingBytes();
+long held();
+long heldBytes();
 
 // Requests never fail once it is gone.
 struct Restore {

@@ -13,20 +13,13 @@ std::size_t pageSize();
 void* mapBetweenGuards(std::size_t bytes);
 void unmapBetweenGuards(void* first, std::size_t bytes);
 
-// A child process that runs this program again as runChild(arguments) and what became of it.
+// A child process that runs this program again as runChild(arguments), words without spaces, and what became of it.
 struct Ended {
-    bool exited = false;   // by itself, not by a signal or the deadline
-    int code = -1;
+    int code = -1;        // of its exit; -1: it ended by a signal or the deadline
     std::string errors;   // its standard error stream, byte for byte
 };
-enum class Terminal {
-    none,
-    answering
-};
-
-// typed: what the user at the child's terminal types, when it has one.
-Ended runSelf(const std::vector<std::string>& arguments, Terminal terminal = Terminal::none,
-              const std::string& typed = "");
+// typed: what the user at the child's terminal types; null: it has no terminal. There are none on Windows.
+Ended runSelf(const std::vector<std::string>& arguments, const char* typed = nullptr);
 
 // The children: a name and what it does. Returning from it ends the child with that code.
 using Child = int (*)(const std::vector<std::string>& arguments);
@@ -36,5 +29,15 @@ struct RegisterChild {
 int runChild(const std::vector<std::string>& arguments);
 
 extern std::string selfPath;   // set by main
+
+#ifdef _WIN32
+// Routes an import of the library, of vekm6.dll or of the program that it is linked into, elsewhere, and tells where it
+// led; false when it has no such import.
+bool reroute(const char* name, void* to, void** before);
+template <class Function>
+bool reroute(const char* name, Function* to, Function** before) {
+    return reroute(name, reinterpret_cast<void*>(to), reinterpret_cast<void**>(before));
+}
+#endif
 
 }   // namespace test
