@@ -3,7 +3,6 @@
 #include <vekm6/types.h>
 
 #include <atomic>
-#include <barrier>
 #include <cstdio>
 #include <cstring>
 #include <thread>
@@ -110,34 +109,48 @@ bool keeps(const char* what, int rounds, Round round) {
     return kept > 20000;
 }
 
+// All members reach it together.
+struct Meeting {
+    const int members;
+    std::atomic<int> arrived{0}, held{0};
+    void attend() {
+        const int before = held;
+        if (++arrived == members) {
+            arrived = 0;
+            ++held;
+        }
+        while (held == before) std::this_thread::yield();
+    }
+};
+
 int main() {
     constexpr int living = 4;
-    std::barrier<> loaded(living + 1), called(living + 2);
+    Meeting loaded{living + 1}, called{living + 2};
     std::atomic<int> wrong(0);
     bool ends = false;
     const auto call = [&] {
         VekCplx samps[64] = {};
         fft(samps, 6, VEK_Forw);
         table(60);
-        called.arrive_and_wait();
+        called.attend();
     };
     std::vector<std::thread> threads;
     for (int i = 0; i < living; ++i)
         threads.emplace_back([&] {
-            for (loaded.arrive_and_wait(); !ends; loaded.arrive_and_wait()) call();
+            for (loaded.attend(); !ends; loaded.attend()) call();
         });
     if (keeps("cycles", 1050, [&] {
             const Handle library = load();
             if (library == nullptr) std::_Exit(1);
-            loaded.arrive_and_wait();
+            loaded.attend();
             std::thread ending(call);
-            called.arrive_and_wait();
+            called.attend();
             closeLibrary(library);
             ending.join();
         }))
         return 2;
     ends = true;
-    loaded.arrive_and_wait();
+    loaded.attend();
     for (std::thread& thread : threads) thread.join();
 
     if (!prepare() || load() == nullptr) return 3;
