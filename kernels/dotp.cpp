@@ -22,18 +22,13 @@ DotPair<T> complex(const T* a, const T* b, size_t n) {
     return {dot.re, dot.im};
 }
 template <class T>
-DotPair<T> conjugated(const T* a, const T* b, size_t n) {
-    const Pair<T> dot = dotOfConjugate(a, b, n);
-    return {dot.re, dot.im};
-}
-template <class T>
 DotPair<T> mixed(const T* reals, const T* pairs, size_t n) {
     const Pair<T> dot = dotOfRealsAndPairs(reals, pairs, n);
     return {dot.re, dot.im};
 }
 
 template <class T>
-constexpr DotpOf<T> entries = {real<T>, complex<T>, conjugated<T>, mixed<T>};
+constexpr DotpOf<T> entries = {real<T>, complex<T>, mixed<T>};
 
 // ---- int16 ----------------------------------------------------------------------------------------------------------
 

@@ -13,16 +13,15 @@ struct DotPair {
     T re, im;
 };
 
-// Of n elements each; n may be 0. Nothing is conjugated but the first operand of conjugated.
+// Of n elements each; n may be 0. Nothing is conjugated.
 template <class T>
 struct DotpOf {
     T (*real)(const T* a, const T* b, size_t n);
     DotPair<T> (*complex)(const T* a, const T* b, size_t n);
-    DotPair<T> (*conjugated)(const T* a, const T* b, size_t n);
     DotPair<T> (*mixed)(const T* reals, const T* pairs, size_t n);
 };
 
-// The sums of int16 are exact: int64.
+// The sums of int16 are exact. In `conjugated` a is.
 template <>
 struct DotpOf<int16_t> {
     int64_t (*real)(const int16_t* a, const int16_t* b, size_t n);
