@@ -93,16 +93,28 @@ VEK_INLINE Pair<T> dotOfConjugate(const T* a, const T* b, size_t n) {
     return {sums.like.re + sums.like.im, sums.unlike.re - sums.unlike.im};
 }
 
+// Keeps a scalar from a vector of the compiler's making. Of two floats it would make half of one, and multiply the
+// zeros in the other half too, which is invalid for infinities.
+template <class T>
+VEK_INLINE T alone(T value) {
+#if defined(__SSE2__)
+    __asm__("" : "+x"(value));
+#endif
+    return value;
+}
+
 template <class T>
 VEK_INLINE Pair<T> dotOfRealsAndPairs(const T* reals, const T* pairs, size_t n) {
     return reducePairwise<T, PairStep<Bound::byMemory>>(
         0, n, [](auto w) VEK_INLINE_LAMBDA { return Pairs<T, w>{}; },
         [=](auto w, size_t i, auto sum) VEK_INLINE_LAMBDA {
             const T* const y = pairs + 2 * i;
-            if constexpr (w == 1)
-                return Pair<T>{fma(reals[i], y[0], sum.re), fma(reals[i], y[1], sum.im)};
-            else
+            if constexpr (w == 1) {
+                const T x = alone(reals[i]);
+                return Pair<T>{fma(x, y[0], sum.re), fma(x, y[1], sum.im)};
+            } else {
                 return Vec<T, w>(fma(loadTwice<w>(reals + i), load<w>(y), sum));
+            }
         },
         joinSums, [](auto w, auto sum) VEK_INLINE_LAMBDA { return sumOfPairs<T, w>(sum); });
 }

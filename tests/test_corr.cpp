@@ -49,9 +49,12 @@ struct Correlating {
     std::vector<std::pair<const char*, int>> arguments;   // the first is the size
     bool transforms;
 };
-// The autocorrelations are the last to be summed directly and the first not to be; of the others either way is obvious.
+// The first four stand on either side of the rule's limits; of the others the way is obvious.
 const Correlating cases[] = {
-    {"veksAutoCorr", {{"len", 128}, {"nLags", 24}, {"type", 1}}, false},
+    {"veksAutoCorr", {{"len", 4096}, {"nLags", 24}, {"type", 1}}, false},
+    {"veksAutoCorr", {{"len", 4096}, {"nLags", 25}, {"type", 0}}, true},
+    {"vekdAutoCorr", {{"len", 128}, {"nLags", 64}, {"type", 1}}, true},
+    {"vekdAutoCorr", {{"len", 128}, {"nLags", 65}, {"type", 2}}, false},
     {"veksAutoCorr", {{"len", 3000}, {"nLags", 700}, {"type", 0}}, true},
     {"vekdAutoCorr", {{"len", 3000}, {"nLags", 3000}, {"type", 2}}, true},
     {"vekcAutoCorr", {{"len", 3000}, {"nLags", 129}, {"type", 1}}, true},
