@@ -144,7 +144,8 @@ constexpr ScaledOf<Operand> scaled = {{run<Operation, fitWraps, Operand>, run<Op
 
 void leftWraps(int16_t* dst, size_t n, int places) {
     const auto factor = static_cast<int16_t>(1 << places);   // 16 places: 0
-    mapReals<Bound::byStores>(dst, n, [=](auto w, size_t i) { return load<w>(dst + i) * splat<w>(factor); });
+    mapReals<Bound::byStores>(dst, n,
+                              [=](auto w, size_t i) { return productLow<w>(load<w>(dst + i), splat<w>(factor)); });
 }
 
 void leftSaturates(int16_t* dst, size_t n, int places) {

@@ -92,6 +92,16 @@ VEK_INLINE Vec<T, W> absolute(Vec<T, W> value) {
     return greater<T, W>(value, bitsAs<Vec<T, W>>(static_cast<Unsigned<T, W>>(Unsigned<T, W>{} - bits)));
 }
 
+// Modulo 2^bits.
+template <class T, int W>
+VEK_INLINE Vec<T, W> sumWrapped(Vec<T, W> a, Vec<T, W> b) {
+    return bitsAs<Vec<T, W>>(static_cast<Unsigned<T, W>>(bitsAs<Unsigned<T, W>>(a) + bitsAs<Unsigned<T, W>>(b)));
+}
+template <class T, int W>
+VEK_INLINE Vec<T, W> differenceWrapped(Vec<T, W> a, Vec<T, W> b) {
+    return bitsAs<Vec<T, W>>(static_cast<Unsigned<T, W>>(bitsAs<Unsigned<T, W>>(a) - bitsAs<Unsigned<T, W>>(b)));
+}
+
 // By 0 ... bits - 1 places, known only at run time: to the left; to the right with copies of the sign; with zeros.
 template <class T, int W>
 VEK_INLINE Vec<T, W> shiftedLeft(Vec<T, W> value, int places) {

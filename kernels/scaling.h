@@ -99,7 +99,7 @@ template <int W>
 struct Sum {
     Int16s<W> a, b;
 
-    VEK_INLINE Int16s<W> wrapped() const { return static_cast<Int16s<W>>(a + b); }
+    VEK_INLINE Int16s<W> wrapped() const { return sumWrapped<int16_t, W>(a, b); }
     VEK_INLINE Int16s<W> saturated() const { return addSaturated<W>(a, b); }
     VEK_INLINE Int16s<W> right(int places) const {
         const Int16s<W> x = held(a), y = held(b);
@@ -116,7 +116,7 @@ template <int W>
 struct Difference {
     Int16s<W> a, b;
 
-    VEK_INLINE Int16s<W> wrapped() const { return static_cast<Int16s<W>>(a - b); }
+    VEK_INLINE Int16s<W> wrapped() const { return differenceWrapped<int16_t, W>(a, b); }
     VEK_INLINE Int16s<W> saturated() const { return subSaturated<W>(a, b); }
     VEK_INLINE Int16s<W> right(int places) const {
         const Int16s<W> x = held(a), y = held(b);
@@ -149,7 +149,8 @@ struct Product {
     }
     VEK_INLINE ProductExcess<W> excess() const {
         const Int16s<W> x = held(a), y = held(b), high = productHigh<W>(x, y);
-        return {static_cast<Int16s<W>>(high ^ (high + high)), static_cast<Int16s<W>>(productLow<W>(x, y) ^ high)};
+        return {static_cast<Int16s<W>>(high ^ sumWrapped<int16_t, W>(high, high)),
+                static_cast<Int16s<W>>(productLow<W>(x, y) ^ high)};
     }
 };
 
@@ -165,17 +166,20 @@ struct ComplexProduct {
     VEK_INLINE ComplexProduct(Int16s<W> x, Int16s<W> y)
         : a(x),
           b(y),
-          re(pairSums<W>(a, static_cast<Int16s<W>>(b ^ alternating<W, int16_t>(0, -1))) +
-             (bitsAs<Int32s<half>>(a) >> 16)),
+          re(sumWrapped<int32_t, half>(pairSums<W>(a, static_cast<Int16s<W>>(b ^ alternating<W, int16_t>(0, -1))),
+                                       bitsAs<Int32s<half>>(a) >> 16)),
           im(pairSums<W>(a, exchanged(b, typename MakeInts<W>::type{}))) {}
 
     VEK_INLINE Int16s<W> wrapped() const {
         const Int16s<W> products = productLow<W>(a, b);
-        const auto difference = static_cast<Int16s<W>>(products - exchanged(products, typename MakeInts<W>::type{}));
-        return bitsAs<Int16s<W>>((bitsAs<Int32s<half>>(difference) & splat<half>(0xffff)) | (im << 16));
+        const auto difference =
+            differenceWrapped<int16_t, W>(products, exchanged(products, typename MakeInts<W>::type{}));
+        return bitsAs<Int16s<W>>((bitsAs<Int32s<half>>(difference) & splat<half>(0xffff)) |
+                                 shiftedLeft<int32_t, half>(im, 16));
     }
     VEK_INLINE Int16s<W> saturated() const {
-        return saturated(re, im + (im == splat<half>(least<int32_t>)));   // -2^31 becomes 2^31 - 1
+        return saturated(re,
+                         sumWrapped<int32_t, half>(im, im == splat<half>(least<int32_t>)));   // -2^31 becomes 2^31 - 1
     }
     VEK_INLINE Int16s<W> rightWrapped(int places) const {
         return wrapped(shiftedRight<int32_t, half>(re >> 1, places - 1),
@@ -186,13 +190,14 @@ struct ComplexProduct {
                          shiftedRight<int32_t, half>(halfIm(), places - 1));
     }
     VEK_INLINE ComplexExcess<half> excess() const {
-        return {(re ^ (re + re)) | (im ^ (im + im)), im == splat<half>(least<int32_t>)};
+        return {(re ^ sumWrapped<int32_t, half>(re, re)) | (im ^ sumWrapped<int32_t, half>(im, im)),
+                im == splat<half>(least<int32_t>)};
     }
 
 private:
     VEK_INLINE Int32s<half> halfIm() const { return (im >> 1) ^ (im & (im == splat<half>(least<int32_t>))); }
     VEK_INLINE static Int16s<W> wrapped(Int32s<half> re, Int32s<half> im) {
-        return bitsAs<Int16s<W>>((re & splat<half>(0xffff)) | (im << 16));
+        return bitsAs<Int16s<W>>((re & splat<half>(0xffff)) | shiftedLeft<int32_t, half>(im, 16));
     }
     VEK_INLINE static Int16s<W> saturated(Int32s<half> re, Int32s<half> im) {
         constexpr typename MakeInts<half>::type indices;
