@@ -1,4 +1,4 @@
-#include "scaled.h"
+#include "tests/support/oracle.h"
 
 namespace test {
 
@@ -52,6 +52,12 @@ Exact automaticFactor(Number exact, Exact limit) {
     return factor;
 }
 
+// Of quotients by powers of two, which lose no bit.
+Exact floorOf(Exact value) {
+    const Exact whole = static_cast<long long>(value);
+    return whole > value ? whole - 1 : whole;
+}
+
 void scaledDot(Sight& call) {
     const Terms terms = termsOf(call);
     const Number exact = {sum(terms.re), sum(terms.im)};
@@ -64,12 +70,10 @@ void scaledDot(Sight& call) {
         factor = std::max<Exact>(std::min<Exact>(given, 63), 1 - bits);
     if (mode == 4) factor = automaticFactor(exact, limit);
     const auto part = [&](Exact value) -> Exact {
-        Exact moved = shifted(value, static_cast<long long>(factor));
+        Exact moved = value * static_cast<Exact>(std::ldexp(1.0, static_cast<int>(-factor)));
+        if (factor > 0) moved = floorOf(moved);
         if (mode == 1 || mode == 3) return std::max(-limit, std::min(limit - 1, moved));
-        __extension__ typedef __int128 Integer;
-        const auto range = static_cast<Integer>(2 * limit);
-        const auto rest = ((static_cast<Integer>(moved) % range) + range) % range;
-        return static_cast<Exact>(rest >= range / 2 ? rest - range : rest);
+        return moved - 2 * limit * floorOf((moved + limit) / (2 * limit));
     };
     call.wanted[""].elements = {exactly({part(exact.re), part(exact.im)})};
     call.wanted["scaleFactor"].elements = {exactly({mode == 4 ? factor : given})};
