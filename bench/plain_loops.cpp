@@ -1,5 +1,6 @@
 // The loops that a program would write itself, made into vectors by the compiler; compiled once with WIDTH 256 and once
 // with 512, the width of the vectors.
+#include <algorithm>
 #include <cmath>
 #include <complex>
 

@@ -65,9 +65,11 @@ struct Correlation {
         constexpr int w = lanes<T>;
         Vec<T, w> all[A * K] = {};
 #pragma GCC unroll 1
-        for (ptrdiff_t i = 0; i < n; ++i) {
+        for (ptrdiff_t i = 0; i < n; ++i, y += B) {
+            // Else the compiler would see that steps share samples of b, and keep these in registers that it lacks.
+            __asm__("" : "+r"(y));
             unroll<K>([&](auto k) VEK_INLINE_LAMBDA {
-                const auto v = load<w>(y + B * i + k * w);
+                const auto v = load<w>(y + k * w);
                 unroll<A>([&](auto part) VEK_INLINE_LAMBDA {
                     all[part * K + k] = fma(Vec<T, w>(splat<w>(x[A * i + part])), v, all[part * K + k]);
                 });
