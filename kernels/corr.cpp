@@ -13,13 +13,15 @@ namespace {
 
 inline constexpr ptrdiff_t blockSamples = 1024;
 
-// Vectors of sums of a large group and a small one; few have as many sums as the latency of an addition asks for.
+// Vectors of samples of b in a large group and in a small one, of a with so many parts. Of complex samples each takes
+// two registers for its sums. Fewer than the small ones would wait for their own additions.
 #if defined(__i386__)
-inline constexpr int manySums = 4;
+constexpr int manyOf(int parts) { return 4 / parts; }
+constexpr int fewOf(int parts) { return 4 / parts; }
 #else
-inline constexpr int manySums = 12;
+constexpr int manyOf(int parts) { return 12 / parts; }
+constexpr int fewOf(int) { return 4; }
 #endif
-inline constexpr int fewSums = 4;
 
 constexpr ptrdiff_t larger(ptrdiff_t a, ptrdiff_t b) { return a > b ? a : b; }
 constexpr ptrdiff_t smaller(ptrdiff_t a, ptrdiff_t b) { return a < b ? a : b; }
@@ -114,11 +116,11 @@ struct Correlation {
         lo = larger(lo, 1 - last);
         hi = smaller(hi, lenB - 1 - first);
         const ptrdiff_t start = lo;
-        for (; hi - lo + 1 >= group<manySums / A>; lo += group<manySums / A>) addGroup<manySums / A>(lo, 0);
-        constexpr ptrdiff_t few = group<fewSums / A>;
-        for (; hi - lo + 1 >= few; lo += few) addGroup<fewSums / A>(lo, 0);
+        for (; hi - lo + 1 >= group<manyOf(A)>; lo += group<manyOf(A)>) addGroup<manyOf(A)>(lo, 0);
+        constexpr ptrdiff_t few = group<fewOf(A)>;
+        for (; hi - lo + 1 >= few; lo += few) addGroup<fewOf(A)>(lo, 0);
         if (lo > hi) return;
-        if (hi - start + 1 >= few) return addGroup<fewSums / A>(hi - few + 1, lo - (hi - few + 1));
+        if (hi - start + 1 >= few) return addGroup<fewOf(A)>(hi - few + 1, lo - (hi - few + 1));
         for (; lo <= hi; ++lo) addOne(lo, from(lo), to(lo));
     }
 };

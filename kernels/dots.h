@@ -69,7 +69,7 @@ VEK_INLINE Products<Pair<T>> productsOfPairs(const T* a, const T* b, size_t n) {
                 sum.like = {fma(x[0], y[0], sum.like.re), fma(x[1], y[1], sum.like.im)};
                 sum.unlike = {fma(x[0], y[1], sum.unlike.re), fma(x[1], y[0], sum.unlike.im)};
             } else {
-                const auto u = load<w>(x), v = held(load<w>(y));
+                const auto u = held(load<w>(x)), v = held(load<w>(y));
                 sum.like = fma(u, v, sum.like);
                 sum.unlike = fma(u, exchanged(v, typename MakeInts<w>::type{}), sum.unlike);
             }
@@ -103,20 +103,41 @@ VEK_INLINE T alone(T value) {
     return value;
 }
 
+// Each real of the lower half twice; of the upper half.
+template <class V, int... I>
+VEK_INLINE V lowerTwice(V v, Ints<I...>) {
+    return __builtin_shufflevector(v, v, (I / 2)...);
+}
+template <class V, int... I>
+VEK_INLINE V upperTwice(V v, Ints<I...>) {
+    return __builtin_shufflevector(v, v, (static_cast<int>(sizeof...(I)) / 2 + I / 2)...);
+}
+
+// A step takes a vector of reals and two of pairs: half a vector would take as long to load.
 template <class T>
 VEK_INLINE Pair<T> dotOfRealsAndPairs(const T* reals, const T* pairs, size_t n) {
-    return reducePairwise<T, PairStep<Bound::byMemory>>(
-        0, n, [](auto w) VEK_INLINE_LAMBDA { return Pairs<T, w>{}; },
+    return reducePairwise<T, PlanarStep<Bound::byMemory>>(
+        0, n, [](auto w) VEK_INLINE_LAMBDA { return Products<Pairs<T, w>>{}; },
         [=](auto w, size_t i, auto sum) VEK_INLINE_LAMBDA {
             const T* const y = pairs + 2 * i;
             if constexpr (w == 1) {
                 const T x = alone(reals[i]);
-                return Pair<T>{fma(x, y[0], sum.re), fma(x, y[1], sum.im)};
+                sum.like = {fma(x, y[0], sum.like.re), fma(x, y[1], sum.like.im)};
             } else {
-                return Vec<T, w>(fma(loadTwice<w>(reals + i), load<w>(y), sum));
+                constexpr typename MakeInts<w>::type indices;
+                const auto x = held(load<w>(reals + i));
+                sum.like = fma(lowerTwice(x, indices), load<w>(y), sum.like);
+                sum.unlike = fma(upperTwice(x, indices), load<w>(y + w), sum.unlike);
             }
+            return sum;
         },
-        joinSums, [](auto w, auto sum) VEK_INLINE_LAMBDA { return sumOfPairs<T, w>(sum); });
+        joinSums,
+        [](auto w, auto sum) VEK_INLINE_LAMBDA {
+            if constexpr (w == 1)
+                return sum.like;
+            else
+                return sumOfPairs<T, w>(sum.like + sum.unlike);
+        });
 }
 
 }   // namespace
