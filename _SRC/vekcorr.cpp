@@ -118,11 +118,14 @@ constexpr int largestOrder = 30;
 
 // ---- Estimates of work ----------------------------------------------------------------------------------------------
 
-// Of complex data, a term of a direct sum counts 11 instead of 4, all else twice.
+// In units of which a term of a direct sum takes 4, of complex data 11. Autocorrelations of reals go by the estimate of
+// transforms alone; for all others `script/bench corr` says how much more than its estimate a transform takes here, and
+// what it takes beside that, however short it is.
 template <class C>
 constexpr double termCost = isComplex<C> ? 11 : 4;
 template <class C>
-constexpr double transformWeight = isComplex<C> ? 2 : 1;
+constexpr double transformWeight = isComplex<C> ? 3.3 : 1.5;
+constexpr double transformCall = 10000;
 
 constexpr double power(int p) { return static_cast<double>(std::uint64_t{1} << p); }
 constexpr std::ptrdiff_t partsOf(std::ptrdiff_t whole, std::ptrdiff_t part) { return (whole - 1) / part + 1; }
@@ -149,7 +152,8 @@ bool takesTransforms(int len, int nLags, int p) {
     const auto sections = static_cast<double>(partsOf(len, std::ptrdiff_t{1} << p));
     const double byTransforms =
         cost.butterflies + (6 * size + cost.butterflies + cost.after + 14 * size) * sections + cost.before;
-    return termCost<C> * terms > transformWeight<C> * byTransforms;
+    const double own = isComplex<C> ? transformWeight<C> * byTransforms + transformCall * sections : byTransforms;
+    return termCost<C> * terms > own;
 }
 
 // Of each section x[i], with zeros as long, conj(X[i]) (X[i] + X[i+1] shifted by P) holds the terms of the samples of
@@ -242,12 +246,12 @@ Sections bestSections(std::ptrdiff_t samples, std::ptrdiff_t lagCount) {
             one = {order, samples, std::min(lagCount, 2 * half - samples + 1), 0};
         const double size = static_cast<double>(half);
         const TransformCost cost(order - 1);
-        const double transform = cost.butterflies + cost.after + 6 * size;
+        const double transform = transformWeight<C> * (cost.butterflies + cost.after + 6 * size) + transformCall;
         const auto sections = static_cast<double>(partsOf(samples, one.section));
         const auto groups = static_cast<double>(partsOf(lagCount, one.lags));
         const double ofA = sections == 1 ? 1 : sections * groups;
-        one.cost = transformWeight<C> *
-                   ((ofA + sections * groups) * transform + sections * groups * 14 * size + groups * transform);
+        const double products = transformWeight<C> * 14 * size;
+        one.cost = (ofA + sections * groups) * transform + sections * groups * products + groups * transform;
         if (best.order == 0 || one.cost < best.cost) best = one;
         if (half >= samples + lagCount) break;
     }
