@@ -226,7 +226,8 @@ void autoCorr(const char* name, const C* src, int len, C* dst, int nLags, int ty
 
 // ---- Cross-correlation ----------------------------------------------------------------------------------------------
 
-// Sections of srcA with as many samples as `section`, each transformed once per group of so many lags.
+// Sections of srcA, the shorter one, with as many samples as `section`, each transformed once per group of so many
+// lags.
 struct Sections {
     int order;
     std::ptrdiff_t section, lags;
@@ -303,6 +304,17 @@ bool byTransforms(Call& call, const A* a, int lenA, const B* b, int lenB, C* dst
     return true;
 }
 
+// r(lag) of a and b is conj(r(-lag)) of b and a.
+template <class A, class B, class C>
+bool byTransformsOfShorter(Call& call, const A* a, int lenA, const B* b, int lenB, C* dst, Lags lags) {
+    if (lenA <= lenB) return byTransforms(call, a, lenA, b, lenB, dst, lags);
+    if (!byTransforms(call, b, lenB, a, lenA, dst, Lags{-lags.hi, -lags.lo})) return false;
+    C* const end = dst + (lags.hi - lags.lo + 1);
+    std::reverse(dst, end);
+    if constexpr (isComplex<C>) std::for_each(dst, end, [](C& value) { value.im = -value.im; });
+    return true;
+}
+
 template <class A, class B, class C>
 void crossCorr(const char* name, const A* srcA, int lenA, const B* srcB, int lenB, C* dst, int loLag, int hiLag) {
     Call call{module, name};
@@ -311,7 +323,7 @@ void crossCorr(const char* name, const A* srcA, int lenA, const B* srcB, int len
     const Lags lags = vek::corr::lagsWithTerms(lenA, lenB, loLag, hiLag);
     C* const to = vek::corr::clearOthers(dst, loLag, hiLag, lags);
     if (lags.lo > lags.hi) return;
-    if (!byTransforms(call, srcA, lenA, srcB, lenB, to, lags)) direct(srcA, lenA, srcB, lenB, to, lags);
+    if (!byTransformsOfShorter(call, srcA, lenA, srcB, lenB, to, lags)) direct(srcA, lenA, srcB, lenB, to, lags);
 }
 
 }   // namespace
