@@ -217,7 +217,7 @@ void autoCorr(const char* name, const C* src, int len, C* dst, int nLags, int ty
     Call call{module, name};
     if (vek::corr::badAutoCorr(call, src, len, dst, nLags, type)) return;
     if (call.stopped()) return;
-    const int p = std::bit_width(static_cast<unsigned>(nLags - 1));
+    const auto p = static_cast<int>(std::bit_width(static_cast<unsigned>(nLags - 1)));
     if (p < largestOrder && takesTransforms<C>(len, nLags, p) && byTransforms(call, src, len, dst, nLags, type, p))
         return;
     direct(src, len, src, len, dst, Lags{0, nLags - 1});
