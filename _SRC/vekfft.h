@@ -126,6 +126,17 @@ VEK_STEPS bool noTables(Call& call, Tables<T>& tables, int order, int extras, in
     return false;
 }
 
+// For those who can do without: false where memory is short.
+template <class T>
+bool findTables(core::TableCache& all, Tables<T>& tables, int order, int extras) {
+    if (!areReady<T>(all, order, extras) && !buildOrRetry<T>(all, order, extras)) return false;
+    const auto& cache = cacheOf<T>(all);
+    tables.scratch = onLine(static_cast<T*>(cache.scratch.buffer));
+    tables.working = onLine(static_cast<const T*>(cache.working.slot[order]));
+    if ((extras & realSplit) != 0) tables.split = onLine(static_cast<const T*>(cache.realSplit.slot[order]));
+    return true;
+}
+
 template <class T>
 [[gnu::cold, gnu::noinline]] void freeTables(core::TableCache& all, int order) {
     if (!core::isOrder(order)) return;

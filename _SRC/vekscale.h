@@ -37,4 +37,34 @@ inline int16_t vekScaleIntToShort(int32_t value, int mode, int* factor) {
     return scaled;
 }
 
+// Exact sums of 64 bits as T, int16 or int32, by the same modes: the shift by which `mode` scales those of one result,
+// which mode VEK_AUTO_SCALE stores; and one of them so scaled. Given factors shift by at most 63 places to the right.
+template <class T>
+int factorOf(int64_t a, int64_t b, int mode, int* factor) {
+    constexpr int bits = 8 * sizeof(T);
+    if (mode == VEK_AUTO_SCALE) {
+        const auto excess = static_cast<uint64_t>((a ^ (a >> 63)) | (b ^ (b >> 63))) >> (bits - 1);
+        const auto magnitude = [](int64_t x) {
+            return x < 0 ? 0 - static_cast<uint64_t>(x) : static_cast<uint64_t>(x);
+        };
+        *factor = excess == 0 ? 0 : 65 - bits - __builtin_clzll(magnitude(a) | magnitude(b));
+        return *factor;
+    }
+    if (factor == nullptr || (mode != VEK_FIXED_SCALE && mode != (VEK_FIXED_SCALE | VEK_SATURATE))) return 0;
+    return *factor > 63 ? 63 : *factor < 1 - bits ? 1 - bits : *factor;
+}
+
+template <class T>
+T scaledSum(int64_t sum, int mode, int factor) {
+    constexpr int bits = 8 * sizeof(T);
+    constexpr auto most = static_cast<int64_t>((uint64_t{1} << (bits - 1)) - 1);
+    if (factor > 0) sum >>= factor;
+    const int left = factor < 0 ? -factor : 0;
+    if (mode == VEK_SATURATE || mode == (VEK_FIXED_SCALE | VEK_SATURATE)) {
+        if (sum > most >> left) return static_cast<T>(most);
+        if (sum < (-most - 1) >> left) return static_cast<T>(-most - 1);
+    }
+    return static_cast<T>(static_cast<uint64_t>(sum) << left);
+}
+
 }   // namespace vek

@@ -59,6 +59,14 @@ void limited(const T* a, T* out, int n, T limit, int) {
     vector(out, n) = vector(a, n).max(limit);
 }
 
+template <class T>
+T dot(const T* a, const T* b, int n) {
+    const Scalar<T> sum = (vector(a, n) * vector(b, n)).sum();
+    T result;
+    std::memcpy(&result, &sum, sizeof result);
+    return result;
+}
+
 #define TEXT_OF(bits) #bits
 #define TEXT(bits) TEXT_OF(bits)
 
@@ -76,6 +84,7 @@ void add() {
     peer("bAdd3", two<T, [](auto to, auto x, auto y) { to = x + y; }>);
     peer("bSub3", two<T, [](auto to, auto x, auto y) { to = x - y; }>);
     peer("bMpy3", two<T, [](auto to, auto x, auto y) { to = x * y; }>);
+    peer("DotProd", dot<T>);
     peer("bSqr2", one<T, [](auto to, auto x) { to = x.square(); }>);
     peer("bSqrt2", one<T, [](auto to, auto x) { to = x.sqrt(); }>);
     if constexpr (Eigen::NumTraits<Scalar<T>>::IsComplex) {

@@ -58,6 +58,21 @@ const RegisterPeers volk([] {
     peer("vekcbMpy1", [](VekCplx value, VekCplx* out, int n) {
         volk_32fc_s32fc_multiply_32fc(pairs(out), pairs(out), {value.re, value.im}, length(n));
     });
+    peer("veksDotProd", [](const float* a, const float* b, int n) {
+        float sum = 0;
+        volk_32f_x2_dot_prod_32f(&sum, a, b, length(n));
+        return sum;
+    });
+    peer("vekcDotProd", [](const VekCplx* a, const VekCplx* b, int n) {
+        VekCplx sum = {};
+        volk_32fc_x2_dot_prod_32fc(pairs(&sum), pairs(a), pairs(b), length(n));
+        return sum;
+    });
+    peer("vekcsDotProd", [](const VekCplx* a, const float* b, int n) {
+        VekCplx sum = {};
+        volk_32fc_32f_dot_prod_32fc(pairs(&sum), pairs(a), b, length(n));
+        return sum;
+    });
     peer("vekcbConj2",
          [](const VekCplx* a, VekCplx* out, int n) { volk_32fc_conjugate_32fc(pairs(out), pairs(a), length(n)); });
 });

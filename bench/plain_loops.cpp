@@ -1,5 +1,6 @@
 // The loops that a program would write itself, made into vectors by the compiler; compiled once with WIDTH 256 and once
 // with 512, the width of the vectors.
+#include <algorithm>
 #include <cmath>
 #include <complex>
 
@@ -235,6 +236,20 @@ void addShorts() {
     peer<T>("bMpy3", scaledTwo<T, product>);
 }
 
+// Exact sums, saturated as in mode VEK_SATURATE.
+std::int16_t shortDot(const std::int16_t* a, const std::int16_t* b, int n, int, int*) {
+    std::int64_t sum = 0;
+    EACH(i, n) sum += a[i] * b[i];
+    return saturated(sum);
+}
+// All lags of a sample at once.
+template <class T>
+void autoCorr(const T* src, int len, T* dst, int nLags, int) {
+    EACH(k, nLags) dst[k] = 0;
+    for (int n = 0; n < len; ++n)
+        EACH(k, std::min(nLags, len - n)) dst[k] += src[n] * src[static_cast<std::size_t>(n) + k];
+}
+
 constexpr auto shortConj = [](VekWCplx x) { return VekWCplx{x.re, saturated(-x.im)}; };
 void shortConjFlip(const VekWCplx* a, VekWCplx* out, int n) { EACH(i, n) out[count - 1 - i] = shortConj(a[i]); }
 
@@ -245,6 +260,9 @@ const RegisterPeers plain([] {
     addPairs<VekDCplx>();
     addShorts<std::int16_t>();
     addShorts<VekWCplx>();
+    peer<std::int16_t>("DotProd", shortDot);
+    peer<float>("AutoCorr", autoCorr<float>);
+    peer<double>("AutoCorr", autoCorr<double>);
     addOne<VekWCplx, shortConj>("bConj");
     peer<VekWCplx>("bConjFlip2", shortConjFlip);
 });

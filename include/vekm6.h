@@ -36,7 +36,9 @@
 
 #include "vekm6/arith.h"
 #include "vekm6/aritw.h"
+#include "vekm6/corr.h"
 #include "vekm6/dft.h"
+#include "vekm6/dotp.h"
 #include "vekm6/fft.h"
 #include "vekm6/frame.h"
 #include "vekm6/goertz.h"

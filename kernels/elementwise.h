@@ -308,24 +308,24 @@ VEK_INLINE T joinLanes(Vec<T, W> v, Join join) {
     return joinLanes<T, W, W / 2>(v, join, typename MakeInts<W>::type{});
 }
 
-template <class T, int W, class Step, class Start, class Include, class Join, class Fold>
+template <class T, int W, class Step, int Chains, class Start, class Include, class Join, class Fold>
 VEK_INLINE auto reduceAt(size_t i, size_t n, Start start, Include include, Join join, Fold fold) {
     constexpr size_t step = Step::elements(W);
     auto first = start(Int<W>{});
     if constexpr (W == lanes<T>) {
-        decltype(first) chain[chains];
-        unroll<chains>([&](auto k) VEK_INLINE_LAMBDA { chain[k] = first; });
-        for (; n - i >= chains * step; i += chains * step)
-            unroll<chains>([&](auto k) VEK_INLINE_LAMBDA { chain[k] = include(Int<W>{}, i + k * step, chain[k]); });
+        decltype(first) chain[Chains];
+        unroll<Chains>([&](auto k) VEK_INLINE_LAMBDA { chain[k] = first; });
+        for (; n - i >= Chains * step; i += Chains * step)
+            unroll<Chains>([&](auto k) VEK_INLINE_LAMBDA { chain[k] = include(Int<W>{}, i + k * step, chain[k]); });
         first = chain[0];
-        unroll<chains - 1>([&](auto k) VEK_INLINE_LAMBDA { first = join(first, chain[k + 1]); });
+        unroll<Chains - 1>([&](auto k) VEK_INLINE_LAMBDA { first = join(first, chain[k + 1]); });
     }
     for (; n - i >= step; i += step) first = include(Int<W>{}, i, first);
     const auto result = fold(Int<W>{}, first);
     if constexpr (step == 1)
         return result;
     else
-        return join(result, reduceAt<T, narrower<T, W>, Step>(i, n, start, include, join, fold));
+        return join(result, reduceAt<T, narrower<T, W>, Step, Chains>(i, n, start, include, join, fold));
 }
 
 // One result of n elements, in an order of operations that only n and the level set, wherever the data lie.
@@ -333,9 +333,21 @@ VEK_INLINE auto reduceAt(size_t i, size_t n, Start start, Include include, Join 
 // start(Int<W>) is what an accumulator at a width of W lanes of T begins as; include(Int<W>, i, accumulator) the
 // accumulator with the step that begins at element i; join(a, b) two accumulators, or results, in one; fold(Int<W>,
 // accumulator) its lanes as one result. T is the widest type of the step.
-template <class T, class Step, class Start, class Include, class Join, class Fold>
+template <class T, class Step, int Chains = chains, class Start, class Include, class Join, class Fold>
 VEK_INLINE auto reduce(size_t n, Start start, Include include, Join join, Fold fold) {
-    return reduceAt<T, lanes<T>, Step>(0, n, start, include, join, fold);
+    return reduceAt<T, lanes<T>, Step, Chains>(0, n, start, include, join, fold);
+}
+
+// The same over elements i ... n - 1, by halves down to blocks of so many steps of each chain: the rounding errors of a
+// sum grow with the logarithm of n.
+inline constexpr size_t pairwiseSteps = 64;
+template <class T, class Step, class Start, class Include, class Join, class Fold>
+[[gnu::noinline]] auto reducePairwise(size_t i, size_t n, Start start, Include include, Join join, Fold fold) {
+    constexpr size_t block = pairwiseSteps * chains * Step::elements(lanes<T>);
+    if (n - i <= block) return reduceAt<T, lanes<T>, Step, chains>(i, n, start, include, join, fold);
+    const size_t middle = i + (n - i + block - 1) / block / 2 * block;
+    const auto left = reducePairwise<T, Step>(i, middle, start, include, join, fold);
+    return join(left, reducePairwise<T, Step>(middle, n, start, include, join, fold));
 }
 
 // The sum over vectors of T: include(Int<W>, i, sum) is the sum with the W values from i on.

@@ -9,6 +9,8 @@
     X(arith, ArithTable)   \
     X(aritw, AritwTable)   \
     X(vec, VecTable)       \
+    X(dotp, DotpTable)     \
+    X(corr, CorrTable)     \
     X(misc, MiscTable)     \
     X(dft, DftTable)       \
     X(goertz, GoertzTable) \

@@ -62,7 +62,9 @@ void checkRow(const Row& tested, int size, bool nans) {
                 if (!isReal(type) || !(isScalar || tested.arguments[i].isRead())) continue;
                 auto& cell = prepared.cells[i];
                 const T* special = &values[isScalar ? scalar : element];
-                std::memcpy(isScalar ? cell.bytes : cell.get<unsigned char*>() + at * type.bytes, special, type.bytes);
+                const std::size_t place = isScalar ? 0 : at % tested.elements(tested.arguments[i], prepared.cells);
+                std::memcpy(isScalar ? cell.bytes : cell.get<unsigned char*>() + place * type.bytes, special,
+                            type.bytes);
                 given |= met<T>(special, type.bytes);
             }
             if ((given & aNan) != 0 && !nans) continue;
@@ -77,7 +79,9 @@ void checkRow(const Row& tested, int size, bool nans) {
             }
             int earned = (shown & anInfinity) != 0 ? FE_OVERFLOW | FE_DIVBYZERO : 0;
             // A product may make NaNs of infinities beside those that were given.
-            const bool isProduct = tested.name().find("Mpy") != std::string::npos;
+            const std::string& operation = tested.function.operation;
+            const bool isProduct = operation.find("Mpy") + 1 != 0 || operation.find("Corr") + 1 != 0 ||
+                                   operation.find("Dot") + 1 != 0 || operation.find("Conv") + 1 != 0;
             if ((shown & aNan) != 0 && ((given & aNan) == 0 || ((given & anInfinity) != 0 && isProduct)))
                 earned |= FE_INVALID | FE_OVERFLOW;
             reports.clear();

@@ -98,6 +98,7 @@ struct Group {
     std::string noMemory = {};
     VekStatus noMemoryStatus = VEK_StsNoMemory;
     bool retriesMemory = false;                 // one failed request is made good
+    bool doesWithout = false;                   // where memory is short it goes another way, without a report
     std::string late = {};                      // checks that are reported after the computation
     void (*setUp)(Scene& scene) = nullptr;      // makes records ready
     void (*tearDown)(Scene& scene) = nullptr;   // releases what they own
