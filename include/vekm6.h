@@ -36,6 +36,7 @@
 
 #include "vekm6/arith.h"
 #include "vekm6/aritw.h"
+#include "vekm6/conv.h"
 #include "vekm6/fft.h"
 #include "vekm6/frame.h"
 #include "vekm6/memory.h"

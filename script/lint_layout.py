@@ -10,7 +10,8 @@ faults = []
 OBJECTS = re.findall(r"^ +X\((\w+), \w+\)", (root / "kernels/families.h").read_text(), re.M)
 
 # A family has one stem everywhere. Where its modules are several, or their name is another, it says so here.
-MODULES = {"memory": ["vekmem"], "fft": ["vekffts", "vekfftd"]}
+MODULES = {"memory": ["vekmem"], "fft": ["vekffts", "vekfftd"],
+           "conv": ["vekconvs", "vekconvd", "vekconvw"]}
 UNMEASURED = {"frame", "memory", "twd"}   # no benchmark
 FAMILIES = re.findall(r'^#include "vekm6/(?!types)(\w+)\.h"', (root / "include/vekm6.h").read_text(), re.M)
 

@@ -1,0 +1,235 @@
+// Direct convolution: every product is taken. Internal linkage throughout, for the reasons that simd.h gives.
+//
+// A tile of results stays in registers while all taps go by; each tap is spread over a vector and multiplies the signal
+// from as many elements further back. A load of the signal that is not aligned costs as much as two multiply-adds, so
+// two taps a vector's length apart go together: they need the same vectors, one place further on.
+//
+// Where the signal ends inside a vector, it is read from copies of its ends with zeros beyond, and the tap is zero in
+// the same lanes: an infinite tap must not meet a zero that is not the caller's.
+#pragma once
+
+#include "kernels/conv.h"
+#include "kernels/pairs.h"
+
+namespace vek::VEK_LEVEL {
+namespace {
+
+// Vectors of a tile with so many sums each, and chains of additions where there is one vector: as many as registers
+// hold beside a few operands.
+#if defined(__AVX512F__)
+template <int Parts>
+inline constexpr int tileVectors = 12 / Parts;
+#elif defined(__i386__)
+template <int Parts>
+inline constexpr int tileVectors = 4 / Parts;
+#else
+template <int Parts>
+inline constexpr int tileVectors = Parts == 1 ? 10 : 4;
+#endif
+#if defined(__i386__)
+template <int Parts>
+inline constexpr bool tapsByTwo = Parts == 1;
+#else
+template <int Parts>
+inline constexpr bool tapsByTwo = true;
+#endif
+
+constexpr size_t lesserSize(size_t a, size_t b) { return a < b ? a : b; }
+constexpr size_t difference(size_t a, size_t b) { return a > b ? a - b : 0; }   // not below zero
+
+// Both ends of the signal, W reals each: before the first one zeros, after the last one zeros. The masks have all bits
+// where the signal is.
+template <class T, int W>
+struct Ends {
+    using Mask = typename IntOf<T>::type;
+    T first[2 * W], last[2 * W];
+    Mask inFirst[2 * W], inLast[2 * W];
+
+    VEK_INLINE Ends(const T* signal, size_t reals) {
+        for (int i = 0; i < 2; ++i) {
+            store(first + i * W, splat<W>(T{0}));
+            store(last + i * W, splat<W>(T{0}));
+            store(inFirst + i * W, splat<W>(Mask{0}));
+            store(inLast + i * W, splat<W>(Mask{0}));
+        }
+        if (reals >= W) {
+            store(first + W, load<W>(signal));
+            store(last, load<W>(signal + reals - W));
+            store(inFirst + W, splat<W>(Mask{-1}));
+            store(inLast, splat<W>(Mask{-1}));
+            return;
+        }
+        for (size_t i = 0; i < reals; ++i) {
+            first[W + i] = signal[i];
+            last[W - reals + i] = signal[i];
+            inFirst[W + i] = inLast[W - reals + i] = -1;
+        }
+    }
+};
+
+// SignalReals and TapReals are the reals of an element: 1 or 2. A complex tap makes two sums, by its real part and by
+// its imaginary one; only where they are stored they become complex results.
+template <class T, int SignalReals, int TapReals, int W>
+struct Direct {
+    static constexpr int elements = W / SignalReals;   // of results in a vector
+    static constexpr int resultReals = SignalReals > TapReals ? SignalReals : TapReals;
+    static constexpr int chainCount = chains / TapReals;
+    using V = Vec<T, W>;
+    using Sums = V[TapReals];
+
+    const T* signal;
+    size_t length;
+    const T* taps;
+    size_t tapCount;
+    T* y;
+
+    VEK_INLINE V tap(size_t k, int part) const { return splat<W>(taps[TapReals * k + part]); }
+    VEK_INLINE static void include(Sums& sums, V value, const Sums& tap) {
+        unroll<TapReals>([&](auto part) VEK_INLINE_LAMBDA { sums[part] = fma(value, tap[part], sums[part]); });
+    }
+    VEK_INLINE void spread(Sums& to, size_t k) const {
+        unroll<TapReals>([&](auto part) VEK_INLINE_LAMBDA { to[part] = tap(k, part); });
+    }
+
+    VEK_INLINE void put(size_t n, const Sums& sums) const {
+        T* to = y + resultReals * n;
+        if constexpr (TapReals == 1)
+            store(to, sums[0]);
+        else if constexpr (SignalReals == 2)
+            store(to, V(sums[0] + alternating<W>(T{-1}, T{1}) * exchanged(sums[1], typename MakeInts<W>::type{})));
+        else
+            putParts(to, sums[0], sums[1], typename MakeInts<W>::type{});
+    }
+    template <int... I>
+    VEK_INLINE static void putParts(T* to, V re, V im, Ints<I...>) {
+        store(to, V(__builtin_shufflevector(re, im, (I / 2 + I % 2 * W)...)));
+        store(to + W, V(__builtin_shufflevector(re, im, (W / 2 + I / 2 + I % 2 * W)...)));
+    }
+
+    // The tile of results from n on, to which every tap contributes everywhere.
+    VEK_INLINE void tile(size_t n) const {
+        constexpr int vectors = tileVectors<TapReals>;
+        Sums sums[vectors] = {};
+        const T* from = signal + SignalReals * n;
+        size_t k = 0;
+        if constexpr (tapsByTwo<TapReals>) {
+            for (; tapCount - k >= 2 * elements; k += elements) {
+                for (const size_t stop = k + elements; k < stop; ++k) {
+                    const T* at = from - SignalReals * k;
+                    Sums near, far;
+                    spread(near, k);
+                    spread(far, k + elements);
+                    include(sums[0], load<W>(at - W), far);
+                    unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA {
+                        const V value = held(load<W>(at + v * W));
+                        include(sums[v], value, near);
+                        if constexpr (v + 1 < vectors) include(sums[v + 1], value, far);
+                    });
+                }
+            }
+        }
+        for (; k < tapCount; ++k) {
+            const T* at = from - SignalReals * k;
+            Sums one;
+            spread(one, k);
+            unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA { include(sums[v], load<W>(at + v * W), one); });
+        }
+        unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA { put(n + v * elements, sums[v]); });
+    }
+
+    // One vector of results anywhere.
+    void vector(size_t n, const Ends<T, W>& ends) const {
+        Sums sums[chainCount] = {};
+        const size_t whole = difference(n + elements, length);   // the first tap with all of its lanes in the signal
+        const size_t stop = lesserSize(tapCount, n + 1);         // after the last one
+        size_t k = whole;
+        const auto add = [&](auto chain, size_t at) VEK_INLINE_LAMBDA {
+            Sums one;
+            spread(one, at);
+            include(sums[chain], load<W>(signal + SignalReals * (n - at)), one);
+        };
+        for (; k + chainCount <= stop; k += chainCount)
+            unroll<chainCount>([&](auto chain) VEK_INLINE_LAMBDA { add(chain, k + chain); });
+        for (; k < stop; ++k) add(Int<0>{}, k);
+        const auto addPartly = [&](size_t at, const T* values, const typename Ends<T, W>::Mask* mask)
+                                   VEK_INLINE_LAMBDA {
+                                       Sums one;
+                                       spread(one, at);
+                                       unroll<TapReals>([&](auto part) VEK_INLINE_LAMBDA {
+                                           one[part] = bitsAs<V>(bitsAs<IntVec<T, W>>(one[part]) & load<W>(mask));
+                                       });
+                                       include(sums[chainCount - 1], load<W>(values), one);
+                                   };
+        for (k = n + 1; k < lesserSize(tapCount, n + elements); ++k) {
+            const size_t at = W - SignalReals * (k - n);
+            addPartly(k, ends.first + at, ends.inFirst + at);
+        }
+        for (k = difference(n + 1, length); k < lesserSize(stop, whole); ++k) {
+            const size_t at = SignalReals * (n - k) + W - SignalReals * length;
+            addPartly(k, ends.last + at, ends.inLast + at);
+        }
+        unroll<chainCount - 1>([&](auto chain) VEK_INLINE_LAMBDA {
+            unroll<TapReals>([&](auto part) VEK_INLINE_LAMBDA { sums[0][part] += sums[chain + 1][part]; });
+        });
+        put(n, sums[0]);
+    }
+
+    // From the element `first` on to `last`; vectors may go over, and the last one goes back, to the end of y.
+    void vectors(size_t first, size_t last, const Ends<T, W>& ends) const {
+        const size_t count = length + tapCount - 1;
+        for (size_t n = first; n < last; n += elements) vector(lesserSize(n, count - elements), ends);
+    }
+
+    // count >= elements.
+    void run() const {
+        constexpr size_t tileElements = tileVectors<TapReals> * elements;
+        const Ends<T, W> ends(signal, SignalReals * length);
+        const size_t count = length + tapCount - 1;
+        size_t n = tapCount - 1;
+        if (length < tileElements + n) return vectors(0, count, ends);
+        vectors(0, n, ends);
+        for (; n + tileElements <= length; n += tileElements) tile(n);
+        if (n < length) tile(length - tileElements);
+        vectors(length, count, ends);
+    }
+};
+
+// Without vectors.
+template <class T, int SignalReals, int TapReals>
+void oneByOne(const T* signal, size_t length, const T* taps, size_t tapCount, T* y) {
+    for (size_t n = 0; n < length + tapCount - 1; ++n) {
+        T re = 0, im = 0;
+        for (size_t k = difference(n + 1, length); k < lesserSize(tapCount, n + 1); ++k) {
+            const T* x = signal + SignalReals * (n - k);
+            const T* h = taps + TapReals * k;
+            re = fma(x[0], h[0], re);
+            if constexpr (SignalReals == 2) im = fma(x[1], h[0], im);
+            if constexpr (TapReals == 2) im = fma(x[0], h[1], im);
+            if constexpr (SignalReals == 2 && TapReals == 2) re = fnma(x[1], h[1], re);
+        }
+        if constexpr (SignalReals == 1 && TapReals == 1) {
+            y[n] = re;
+        } else {
+            y[2 * n] = re;
+            y[2 * n + 1] = im;
+        }
+    }
+}
+
+template <class T, int SignalReals, int TapReals, int W = lanes<T>>
+void convolve(const T* signal, size_t length, const T* taps, size_t tapCount, T* y) {
+    if constexpr (W == 1) {
+        oneByOne<T, SignalReals, TapReals>(signal, length, taps, tapCount, y);
+    } else {
+        if (length + tapCount - 1 < W / SignalReals)
+            return convolve<T, SignalReals, TapReals, narrower<T, W>>(signal, length, taps, tapCount, y);
+        Direct<T, SignalReals, TapReals, W>{signal, length, taps, tapCount, y}.run();
+    }
+}
+
+template <class T>
+constexpr kernels::ConvOf<T> directSums = {
+    {{convolve<T, 1, 1>, convolve<T, 1, 2>}, {convolve<T, 2, 1>, convolve<T, 2, 2>}}};
+
+}   // namespace
+}   // namespace vek::VEK_LEVEL
