@@ -2,7 +2,7 @@
 //
 // A tile of results stays in registers while all taps go by; each tap is spread over a vector and multiplies the signal
 // from as many elements further back. A load of the signal that is not aligned costs as much as two multiply-adds, so
-// two taps a vector's length apart go together: they need the same vectors, one place further on.
+// taps a vector's length apart go together: they need the same vectors, one place further on.
 //
 // Where the signal ends inside a vector, it is read from copies of its ends with zeros beyond, and the tap is zero in
 // the same lanes: an infinite tap must not meet a zero that is not the caller's.
@@ -26,12 +26,16 @@ inline constexpr int tileVectors = 4 / Parts;
 template <int Parts>
 inline constexpr int tileVectors = Parts == 1 ? 10 : 4;
 #endif
-#if defined(__i386__)
+// Taps that go together at most.
+#if defined(__AVX512F__)
 template <int Parts>
-inline constexpr bool tapsByTwo = Parts == 1;
+inline constexpr int mostTaps = 4 / Parts;
+#elif defined(__i386__)
+template <int Parts>
+inline constexpr int mostTaps = 2 / Parts;
 #else
 template <int Parts>
-inline constexpr bool tapsByTwo = true;
+inline constexpr int mostTaps = 2;
 #endif
 
 constexpr size_t lesserSize(size_t a, size_t b) { return a < b ? a : b; }
@@ -106,34 +110,34 @@ struct Direct {
         store(to + W, V(__builtin_shufflevector(re, im, (W / 2 + I / 2 + I % 2 * W)...)));
     }
 
+    // The taps from k on, as many together as there are: what one makes of a vector of the signal for one vector of
+    // results, the tap a vector's length further on makes of it for the next one.
+    template <int Taps, int Vectors>
+    VEK_INLINE void together(Sums (&sums)[Vectors], const T* from, size_t k) const {
+        constexpr size_t steps = Taps > 1 ? elements : 1;
+        for (; tapCount - k >= steps * Taps; k += (Taps - 1) * steps) {
+#pragma GCC unroll 2
+            for (size_t i = 0; i < steps; ++i, ++k) {
+                const T* at = from - SignalReals * k;
+                Sums each[Taps];
+                unroll<Taps>([&](auto t) VEK_INLINE_LAMBDA { spread(each[t], k + t * elements); });
+                unroll<Vectors + Taps - 1>([&](auto s) VEK_INLINE_LAMBDA {
+                    constexpr int v = s + 1 - Taps;
+                    const V value = held(load<W>(at + v * W));
+                    unroll<Taps>([&](auto t) VEK_INLINE_LAMBDA {
+                        if constexpr (v + t >= 0 && v + t < Vectors) include(sums[v + t], value, each[t]);
+                    });
+                });
+            }
+        }
+        if constexpr (Taps > 1) together<Taps / 2>(sums, from, k);
+    }
+
     // The tile of results from n on, to which every tap contributes everywhere.
     VEK_INLINE void tile(size_t n) const {
         constexpr int vectors = tileVectors<TapReals>;
         Sums sums[vectors] = {};
-        const T* from = signal + SignalReals * n;
-        size_t k = 0;
-        if constexpr (tapsByTwo<TapReals>) {
-            for (; tapCount - k >= 2 * elements; k += elements) {
-                for (const size_t stop = k + elements; k < stop; ++k) {
-                    const T* at = from - SignalReals * k;
-                    Sums near, far;
-                    spread(near, k);
-                    spread(far, k + elements);
-                    include(sums[0], load<W>(at - W), far);
-                    unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA {
-                        const V value = held(load<W>(at + v * W));
-                        include(sums[v], value, near);
-                        if constexpr (v + 1 < vectors) include(sums[v + 1], value, far);
-                    });
-                }
-            }
-        }
-        for (; k < tapCount; ++k) {
-            const T* at = from - SignalReals * k;
-            Sums one;
-            spread(one, k);
-            unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA { include(sums[v], load<W>(at + v * W), one); });
-        }
+        together<mostTaps<TapReals>>(sums, signal + SignalReals * n, 0);
         unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA { put(n + v * elements, sums[v]); });
     }
 
