@@ -22,7 +22,7 @@ inline void vekbScaleIntToShort(const int32_t* src, int16_t* dst, int n, int mod
         const auto high = static_cast<unsigned>(range.most);
         const unsigned magnitude = range.least < 0 && (range.most < 0 || low > high) ? low : high;
         *factor = fits ? 0 : 17 - __builtin_clz(magnitude);
-        scaling = scalingBy(*factor, true);
+        scaling = scalingBy(*factor, false);   // all fit
     } else if (mode == VEK_FIXED_SCALE || mode == (VEK_FIXED_SCALE | VEK_SATURATE)) {
         const int given = factor == nullptr ? 0 : *factor;
         scaling = scalingBy(given < -15 ? -15 : given > 31 ? 31 : given, mode != VEK_FIXED_SCALE);

@@ -157,11 +157,96 @@ void addPairs() {
     peer<T>("MpyRCPerm3", spectra<C, true, T>);
 }
 
+// ---- int16, by scale mode -------------------------------------------------------------------------------------------
+
+struct WidePair {
+    std::int64_t re, im;
+};
+std::int32_t wide(std::int16_t x) { return x; }
+WidePair wide(VekWCplx x) { return {x.re, x.im}; }
+
+template <class X>
+std::int16_t saturated(X x) {
+    return static_cast<std::int16_t>(x < -32768 ? X{-32768} : x > 32767 ? X{32767} : x);
+}
+template <bool Saturates>
+std::int16_t fit(std::int32_t x, int places) {
+    return Saturates ? saturated(x >> places) : static_cast<std::int16_t>(x >> places);
+}
+template <bool Saturates>
+VekWCplx fit(WidePair x, int places) {
+    const auto part = [places](std::int64_t y) {
+        return Saturates ? saturated(y >> places) : static_cast<std::int16_t>(y >> places);
+    };
+    return {part(x.re), part(x.im)};
+}
+template <class X, class Include>
+void eachPart(X x, Include include) {
+    if constexpr (Pair<X>) {
+        include(x.re);
+        include(x.im);
+    } else {
+        include(x);
+    }
+}
+
+// exact(i) in all modes; the automatic one from the least and the most of all results.
+template <class T, class Exact>
+void scaled(T* out, int n, int mode, int* factor, Exact exact) {
+    if (mode == VEK_AUTO_SCALE) {
+        std::int64_t least = 0, most = 0;
+        EACH(i, n) {
+            eachPart(exact(i), [&](std::int64_t x) {
+                least = x < least ? x : least;
+                most = x > most ? x : most;
+            });
+        }
+        *factor = 0;
+        while (least >> *factor < -32768 || most >> *factor > 32767) ++*factor;
+    }
+    const int places = mode < VEK_FIXED_SCALE ? 0 : *factor;
+    if (mode == VEK_NO_SCALE) EACH(i, n) out[i] = fit<false>(exact(i), 0);
+    if (mode == VEK_SATURATE) EACH(i, n) out[i] = fit<true>(exact(i), 0);
+    if (mode == VEK_FIXED_SCALE) EACH(i, n) out[i] = fit<false>(exact(i), places);
+    if (mode > VEK_FIXED_SCALE) EACH(i, n) out[i] = fit<true>(exact(i), places);
+}
+template <class T, auto F>
+void scaledTwo(const T* a, const T* b, T* out, int n, int mode, int* factor) {
+    scaled(out, n, mode, factor, [=](std::size_t i) { return F(wide(a[i]), wide(b[i])); });
+}
+template <class T, auto F>
+void scaledWith(T value, T* out, int n, int mode, int* factor) {
+    scaled(out, n, mode, factor, [=](std::size_t i) { return F(wide(out[i]), wide(value)); });
+}
+
+template <class T>
+void addShorts() {
+    constexpr auto sum = [](auto x, auto y) { return x + y; };
+    constexpr auto difference = [](auto x, auto y) { return x - y; };
+    constexpr auto product = [](auto x, auto y) { return x * y; };
+    peer<T>("bZero", fill<T, [](T) { return T{}; }>);
+    peer<T>("bSet", fillWith<T, [](T, T value) { return value; }>);
+    peer<T>("bCopy", one<T, [](T x) { return x; }>);
+    peer<T>("bAdd1", scaledWith<T, sum>);
+    peer<T>("bAdd3", scaledTwo<T, sum>);
+    peer<T>("bSub1", scaledWith<T, difference>);
+    peer<T>("bSub3", scaledTwo<T, difference>);
+    peer<T>("bMpy1", scaledWith<T, product>);
+    peer<T>("bMpy3", scaledTwo<T, product>);
+}
+
+constexpr auto shortConj = [](VekWCplx x) { return VekWCplx{x.re, saturated(-x.im)}; };
+void shortConjFlip(const VekWCplx* a, VekWCplx* out, int n) { EACH(i, n) out[count - 1 - i] = shortConj(a[i]); }
+
 const RegisterPeers plain([] {
     addReals<float>();
     addReals<double>();
     addPairs<VekCplx>();
     addPairs<VekDCplx>();
+    addShorts<std::int16_t>();
+    addShorts<VekWCplx>();
+    addOne<VekWCplx, shortConj>("bConj");
+    peer<VekWCplx>("bConjFlip2", shortConjFlip);
 });
 
 }   // namespace

@@ -19,7 +19,7 @@ template <class Operand>
 struct ScaledOf {
     void (*run[fitCount])(const int16_t* a, Operand b, int16_t* dst, size_t n, int places);
     int (*places)(const int16_t* a, Operand b,
-                  size_t n);   // the least for fitRight that makes all results fit; 0: none
+                  size_t n);   // the least that makes all results fit; 0: none
 };
 using ScaledVectors = ScaledOf<const int16_t*>;
 using ScaledReal = ScaledOf<int16_t>;

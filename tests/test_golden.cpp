@@ -60,7 +60,10 @@ std::uint64_t hashOf(const Row& of) {
                 if (scalar.role != Role::scalar || !scalar.values.empty()) continue;
                 const auto doubles = random.mixed<double>(2);
                 const float singles[] = {static_cast<float>(doubles[0]), static_cast<float>(doubles[1])};
-                const void* drawn = scalar.type.real() == 's' ? static_cast<const void*>(singles) : doubles.data();
+                const auto shorts = Data(i).ordinary<std::int16_t>(2);
+                const void* drawn = doubles.data();
+                if (scalar.type.real() == 's') drawn = singles;
+                if (scalar.type.real() == 'w') drawn = shorts.data();
                 std::memcpy(plain[i].bytes, drawn, scalar.type.bytes);
             }
             const Prepared prepared(of, plain, {.filling = variant % 2 == 0 ? Filling::ordinary : Filling::mixed});

@@ -7,8 +7,8 @@ namespace vek {
 enum Fit {
     fitWraps,        // the low 16 bits
     fitSaturates,    // the nearest int16
-    fitRightWraps,   // after a shift to the right
-    fitRight,        // after a shift to the right, saturated
+    fitRightWraps,   // after a shift to the right, of results of 32 bits by 1 ... 16 places
+    fitRight,        // after one by 1 ... 32 places, saturated; from 17 places on every shifted result fits
     fitCount
 };
 

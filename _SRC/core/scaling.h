@@ -18,7 +18,7 @@ VEK_STEPS Scaling scalingOf(int mode, int* factor, Places places, int bits = 32)
     if (mode != VEK_AUTO_SCALE)
         return scalingBy(factor == nullptr ? 0 : *factor, mode == (VEK_FIXED_SCALE | VEK_SATURATE), bits);
     *factor = places();
-    return scalingBy(*factor, true, bits);
+    return scalingBy(*factor, false, bits);   // all fit, so that to wrap is enough
 }
 
 }   // namespace vek::core

@@ -17,10 +17,9 @@ void eachScaled(const std::string& operations, Number (*compute)(Number x, Numbe
 
 // The nearest integer, the even one of two.
 Exact nearest(Exact dividend, Exact divisor) {
-    __extension__ typedef __int128 Integer;
-    const auto a = static_cast<Integer>(dividend);
-    const auto b = static_cast<Integer>(divisor);
-    Integer quotient = a / b - 1;   // from below
+    const auto a = static_cast<long long>(dividend);
+    const auto b = static_cast<long long>(divisor);
+    long long quotient = a / b - 1;   // from below
     while (2 * (a - quotient * b) > b || (2 * (a - quotient * b) == b && quotient % 2 != 0)) ++quotient;
     return static_cast<Exact>(quotient);
 }

@@ -4,8 +4,6 @@ namespace test {
 
 namespace {
 
-__extension__ typedef __int128 Integer;
-
 const Argument* withRole(const Row& row, Role role) {
     for (const Argument& argument : row.arguments)
         if (argument.role == role) return &argument;
@@ -15,17 +13,17 @@ const Argument* withRole(const Row& row, Role role) {
 }   // namespace
 
 Exact shifted(Exact value, long long factor) {
-    auto whole = static_cast<Integer>(value);
-    for (; factor > 0 && whole != 0 && whole != -1; --factor)
-        whole = whole < 0 && whole % 2 != 0 ? whole / 2 - 1 : whole / 2;
-    for (int doubled = 0; factor < 0 && doubled < 80; ++factor, ++doubled) whole *= 2;
+    auto whole = static_cast<long long>(value);
+    // After 16 doublings the low 16 bits are zero, and what is not zero has left 16 bits.
+    for (int doubled = 0; factor < 0 && doubled < 16; ++factor, ++doubled) whole *= 2;
+    for (; factor > 0 && whole != 0 && whole != -1; --factor) whole = (whole - (whole % 2 != 0 && whole < 0)) / 2;
     return static_cast<Exact>(whole);
 }
 
 bool fitsShort(Exact value) { return value >= -32768 && value <= 32767; }
 
 Exact wrappedToShort(Exact value) {
-    const auto rest = static_cast<int>((static_cast<Integer>(value) % 65536 + 65536) % 65536);
+    const auto rest = static_cast<int>((static_cast<long long>(value) % 65536 + 65536) % 65536);
     return rest < 32768 ? rest : rest - 65536;
 }
 

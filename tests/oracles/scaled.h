@@ -5,7 +5,7 @@
 
 namespace test {
 
-// floor(value * 2^-factor).
+// floor(value * 2^-factor) of less than 2^47; of factors below -16 that of -16, which is scaled to the same int16.
 Exact shifted(Exact value, long long factor);
 bool fitsShort(Exact value);
 Exact wrappedToShort(Exact value);
