@@ -141,37 +141,42 @@ struct Direct {
         unroll<vectors>([&](auto v) VEK_INLINE_LAMBDA { put(n + v * elements, sums[v]); });
     }
 
+    // add(chain, k) for first <= k < last; neighbours in different chains.
+    template <class Add>
+    VEK_INLINE static void eachTap(size_t first, size_t last, Add add) {
+        size_t k = first;
+        for (; k + chainCount <= last; k += chainCount)
+            unroll<chainCount>([&](auto chain) VEK_INLINE_LAMBDA { add(chain, k + chain); });
+        for (; k < last; ++k) add(Int<0>{}, k);
+    }
+
     // One vector of results anywhere.
     void vector(size_t n, const Ends<T, W>& ends) const {
         Sums sums[chainCount] = {};
         const size_t whole = difference(n + elements, length);   // the first tap with all of its lanes in the signal
         const size_t stop = lesserSize(tapCount, n + 1);         // after the last one
-        size_t k = whole;
-        const auto add = [&](auto chain, size_t at) VEK_INLINE_LAMBDA {
-            Sums one;
-            spread(one, at);
-            include(sums[chain], load<W>(signal + SignalReals * (n - at)), one);
-        };
-        for (; k + chainCount <= stop; k += chainCount)
-            unroll<chainCount>([&](auto chain) VEK_INLINE_LAMBDA { add(chain, k + chain); });
-        for (; k < stop; ++k) add(Int<0>{}, k);
-        const auto addPartly = [&](size_t at, const T* values, const typename Ends<T, W>::Mask* mask)
+        const auto addPartly = [&](auto chain, size_t k, const T* values, const typename Ends<T, W>::Mask* mask)
                                    VEK_INLINE_LAMBDA {
                                        Sums one;
-                                       spread(one, at);
+                                       spread(one, k);
                                        unroll<TapReals>([&](auto part) VEK_INLINE_LAMBDA {
                                            one[part] = bitsAs<V>(bitsAs<IntVec<T, W>>(one[part]) & load<W>(mask));
                                        });
-                                       include(sums[chainCount - 1], load<W>(values), one);
+                                       include(sums[chain], load<W>(values), one);
                                    };
-        for (k = n + 1; k < lesserSize(tapCount, n + elements); ++k) {
+        eachTap(whole, stop, [&](auto chain, size_t k) VEK_INLINE_LAMBDA {
+            Sums one;
+            spread(one, k);
+            include(sums[chain], load<W>(signal + SignalReals * (n - k)), one);
+        });
+        eachTap(n + 1, lesserSize(tapCount, n + elements), [&](auto chain, size_t k) VEK_INLINE_LAMBDA {
             const size_t at = W - SignalReals * (k - n);
-            addPartly(k, ends.first + at, ends.inFirst + at);
-        }
-        for (k = difference(n + 1, length); k < lesserSize(stop, whole); ++k) {
+            addPartly(chain, k, ends.first + at, ends.inFirst + at);
+        });
+        eachTap(difference(n + 1, length), lesserSize(stop, whole), [&](auto chain, size_t k) VEK_INLINE_LAMBDA {
             const size_t at = SignalReals * (n - k) + W - SignalReals * length;
-            addPartly(k, ends.last + at, ends.inLast + at);
-        }
+            addPartly(chain, k, ends.last + at, ends.inLast + at);
+        });
         unroll<chainCount - 1>([&](auto chain) VEK_INLINE_LAMBDA {
             unroll<TapReals>([&](auto part) VEK_INLINE_LAMBDA { sums[0][part] += sums[chain + 1][part]; });
         });
