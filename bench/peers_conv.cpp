@@ -108,8 +108,8 @@ auto fastest(const Problem& problem) {
 }
 
 const RegisterPeers conv([] {
-    addPeer("FFTW sections", "veksConv", fastest<float>);
-    addPeer("FFTW sections", "vekdConv", fastest<double>);
+    addPeer("FFTW sections", "veksConv", [](const Problem& problem) { return fastest<float>(problem); });
+    addPeer("FFTW sections", "vekdConv", [](const Problem& problem) { return fastest<double>(problem); });
 });
 
 }   // namespace

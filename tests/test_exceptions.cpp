@@ -79,7 +79,10 @@ void checkRow(const Row& tested, bool isComplex, int size, bool nans) {
         for (const Special<T>& scalar : hasScalar ? values : std::vector<Special<T>>{{T(0.5), 1}}) {
             Prepared prepared(tested, size);
             Met given, shown;
-            const std::size_t at = parts * (data.bits() % (count / parts));
+            const std::uint64_t place = data.bits();
+            const auto realsOf = [&](const Argument& argument) {
+                return tested.elements(argument, prepared.cells) * (argument.type.bytes / sizeof(T));
+            };
             for (std::size_t i = 0; i < tested.arguments.size(); ++i) {
                 const Argument& argument = tested.arguments[i];
                 const T both[] = {argument.role == Role::scalar ? scalar.re : value.re,
@@ -87,12 +90,13 @@ void checkRow(const Row& tested, bool isComplex, int size, bool nans) {
                 const std::size_t width = std::min(argument.type.bytes / sizeof(T), std::size_t{2});
                 if (argument.role == Role::scalar) {
                     std::memcpy(prepared.cells[i].bytes, both, width * sizeof(T));
-                } else if (argument.isBuffer() && argument.role != Role::out) {
-                    std::memcpy(prepared.cells[i].get<T*>() + at, both, parts * sizeof(T));
+                } else if (argument.isBuffer() && argument.isRead()) {
+                    const std::size_t elements = tested.elements(argument, prepared.cells);
+                    std::memcpy(prepared.cells[i].get<T*>() + place % elements * width, both, width * sizeof(T));
                 } else {
                     continue;
                 }
-                given.look(both, argument.role == Role::scalar ? width : parts);
+                given.look(both, width);
             }
             if (given.nan && !nans) continue;
             std::feclearexcept(FE_ALL_EXCEPT);
@@ -100,15 +104,16 @@ void checkRow(const Row& tested, bool isComplex, int size, bool nans) {
             const int raised = std::fetestexcept(FE_OVERFLOW | FE_INVALID | FE_DIVBYZERO);
             for (std::size_t i = 0; i < tested.arguments.size(); ++i)
                 if (tested.arguments[i].isBuffer() && tested.arguments[i].role != Role::in)
-                    shown.look(prepared.cells[i].get<T*>(), count);
+                    shown.look(prepared.cells[i].get<T*>(), realsOf(tested.arguments[i]));
             if (!tested.hasBuffers()) shown.look(reinterpret_cast<const T*>(result.bytes), parts);
             int earned = shown.inf ? FE_OVERFLOW | FE_DIVBYZERO : 0;
             // A product may make NaNs of infinities beside those that were given.
-            const bool isProduct = tested.name().find("Mpy") != std::string::npos;
+            const bool isProduct =
+                tested.name().find("Mpy") != std::string::npos || tested.name().find("Conv") != std::string::npos;
             if (shown.nan && (!given.nan || (given.inf && isProduct))) earned |= FE_INVALID | FE_OVERFLOW;
             reports.clear();
             ASSERT_EQ(raised & ~earned, 0)
-                << tested.name() << " size " << size << " of " << value.re << ", " << value.im << " at " << at
+                << tested.name() << " size " << size << " of " << value.re << ", " << value.im << " at " << place
                 << ", scalar " << scalar.re << ", " << scalar.im << "; overflow " << FE_OVERFLOW << " invalid "
                 << FE_INVALID << " division " << FE_DIVBYZERO;
         }
