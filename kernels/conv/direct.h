@@ -203,24 +203,25 @@ struct Direct {
     }
 };
 
-// Without vectors.
+// Without vectors: the sum of the products of one part of the signal with one of the taps, and the results of these.
+template <class T, int SignalReals, int TapReals>
+T sumAt(const T* signal, size_t length, const T* taps, size_t tapCount, size_t n) {
+    T sum = 0;
+    for (size_t k = difference(n + 1, length); k < lesserSize(tapCount, n + 1); ++k)
+        sum = fma(signal[SignalReals * (n - k)], taps[TapReals * k], sum);
+    return sum;
+}
 template <class T, int SignalReals, int TapReals>
 void oneByOne(const T* signal, size_t length, const T* taps, size_t tapCount, T* y) {
     for (size_t n = 0; n < length + tapCount - 1; ++n) {
-        T re = 0, im = 0;
-        for (size_t k = difference(n + 1, length); k < lesserSize(tapCount, n + 1); ++k) {
-            const T* x = signal + SignalReals * (n - k);
-            const T* h = taps + TapReals * k;
-            re = fma(x[0], h[0], re);
-            if constexpr (SignalReals == 2) im = fma(x[1], h[0], im);
-            if constexpr (TapReals == 2) im = fma(x[0], h[1], im);
-            if constexpr (SignalReals == 2 && TapReals == 2) re = fnma(x[1], h[1], re);
-        }
+        const auto sum = [=](int part, int tapPart) {
+            return sumAt<T, SignalReals, TapReals>(signal + part, length, taps + tapPart, tapCount, n);
+        };
         if constexpr (SignalReals == 1 && TapReals == 1) {
-            y[n] = re;
+            y[n] = sum(0, 0);
         } else {
-            y[2 * n] = re;
-            y[2 * n + 1] = im;
+            y[2 * n] = SignalReals == TapReals ? sum(0, 0) - sum(1, 1) : sum(0, 0);
+            y[2 * n + 1] = SignalReals == TapReals ? sum(0, 1) + sum(1, 0) : SignalReals == 2 ? sum(1, 0) : sum(0, 1);
         }
     }
 }
