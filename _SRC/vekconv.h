@@ -65,6 +65,8 @@ bool badArguments(Call& call, const X* x, int xLen, const H* h, int hLen, const 
            call.bad(hLen <= 0, "hLen<=0") || call.bad(y == nullptr, "y==0");
 }
 
+inline int bitLength(std::uint64_t value) { return static_cast<int>(std::bit_width(value)); }
+
 // ---- The choice -----------------------------------------------------------------------------------------------------
 
 enum class Method {
@@ -91,11 +93,11 @@ Method choose(int xLen, int hLen) {
     const auto sectioned = [&](int order, int fold) {
         if (order >= costOrders) return std::numeric_limits<double>::infinity();
         const std::int64_t yield = fold * ((std::int64_t{1} << order) - shorter + 1);
-        const auto sections = static_cast<double>((count + yield - 1) / yield);
-        return (double{Cost<X>::forward[order]} + Cost<Y>::productAndInverse[order]) * sections +
+        const std::int64_t sections = (count + yield - 1) / yield;
+        return (double{Cost<X>::forward[order]} + Cost<Y>::productAndInverse[order]) * static_cast<double>(sections) +
                Cost<H>::forward[order];
     };
-    const int order = 1 + std::bit_width(static_cast<unsigned>(shorter));
+    const int order = 1 + bitLength(static_cast<std::uint64_t>(shorter));
     const bool isLong = longer > 32 * shorter;
     Method best = isLong ? Method::section3 : Method::section1;
     double least = isLong ? sectioned(order + 2, isComplex<X> ? 1 : 2) : sectioned(order, 1);
@@ -103,7 +105,7 @@ Method choose(int xLen, int hLen) {
         best = Method::section2;
         least = cost;
     }
-    const int whole = std::min(static_cast<int>(std::bit_width(static_cast<std::uint64_t>(count))), costOrders - 1);
+    const int whole = std::min(bitLength(static_cast<std::uint64_t>(count)), costOrders - 1);
     const double wholeCost =
         double{Cost<X>::forward[whole]} + Cost<H>::forward[whole] + Cost<Y>::productAndInverse[whole];
     return wholeCost > least ? best : Method::single;
@@ -194,7 +196,7 @@ VekStatus single(const X* x, int xLen, const H* h, int hLen, Result<X, H>* y) {
     using Y = Result<X, H>;
     const auto xCount = static_cast<std::size_t>(xLen), hCount = static_cast<std::size_t>(hLen);
     const std::uint64_t count = std::uint64_t{xCount} + hCount - 1;
-    const int order = std::bit_width(count - 1);
+    const int order = bitLength(count - 1);
     WorkBuffers<Y> work;
     if (!work.obtain(call, order)) return call.result;
     const std::size_t size = std::size_t{1} << order;
@@ -214,7 +216,7 @@ void inSections(Call& call, const X* x, std::size_t xCount, const H* h, std::siz
                 Result<X, H>* y) {
     using Y = Result<X, H>;
     const std::uint64_t count = std::uint64_t{xCount} + hCount - 1;
-    int order = std::bit_width(hCount);   // above the shorter operand
+    int order = bitLength(hCount);   // above the shorter operand
     for (int doublings = method >= 2 ? 2 : 1; doublings > 0 && std::uint64_t{1} << order < count; --doublings) ++order;
     WorkBuffers<Y> work;
     if (!work.obtain(call, order)) return;

@@ -7,6 +7,7 @@
 // of the transform methods beats direct sums, by bisection. Costs between settled orders: the measured times of a
 // forward transform, and of a product and an inverse one, bent by a constant factor from order to order so that they
 // meet both ends; beyond the largest order measured, and before the first settled one, a constant factor alone.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -72,6 +73,30 @@ struct Lengths {
 
 constexpr auto transformMethods = {Method::single, Method::section1, Method::section2};
 
+// The entries from `first` to before `last`: each the median of itself and its neighbours, which takes out what
+// disturbed a measurement, and never above the one before it.
+template <class X, class H>
+void measureBetween(std::vector<int>& longBelow, int first, int last) {
+    std::vector<int> measured;
+    for (int i = first; i < last; ++i) {
+        const int shorter = Crossover<X, H>::always + i;
+        int low = shorter, high = 1 << 17;   // direct is the faster below
+        while (high - low > std::max(1, low / 32)) {
+            const int middle = std::max(low + 1, static_cast<int>(std::sqrt(static_cast<double>(low) * high)));
+            Lengths<X, H> lengths(middle, shorter);
+            (lengths.time(Method::direct) < lengths.best(transformMethods) ? low : high) = middle;
+        }
+        measured.push_back(high);
+    }
+    const int count = static_cast<int>(measured.size());
+    for (int i = 0, least = 1 << 17; i < count; ++i) {
+        std::vector<int> around(measured.begin() + std::max(0, i - 3), measured.begin() + std::min(count, i + 4));
+        std::sort(around.begin(), around.end());
+        least = std::min(least, around[around.size() / 2]);
+        longBelow[static_cast<std::size_t>(first + i)] = least;
+    }
+}
+
 template <class X, class H>
 void crossovers(const char* types) {
     using Rule = Crossover<X, H>;
@@ -80,21 +105,9 @@ void crossovers(const char* types) {
     std::printf("template <>\nstruct Crossover<%s> {\n    static constexpr int always = %d;\n", types, Rule::always);
     std::printf("    static constexpr int limit = %d;\n    static constexpr int32_t longBelow[limit - always] = {",
                 Rule::limit);
-    for (int i = 0; i < count; ++i) {
-        const int shorter = Rule::always + i;
-        int crossover = Rule::longBelow[i];
-        if (!settled && i >= 4 && i < count - 3) {
-            int low = shorter, high = 1 << 17;   // direct is the faster below
-            while (high - low > std::max(1, low / 32)) {
-                const int middle = static_cast<int>(std::sqrt(static_cast<double>(low) * high));
-                Lengths<X, H> lengths(middle, shorter);
-                (lengths.time(Method::direct) < lengths.best(transformMethods) ? low : high) =
-                    std::max(middle, low + 1);
-            }
-            crossover = high;
-        }
-        std::printf("%s%d", i == 0 ? "" : ", ", crossover);
-    }
+    std::vector<int> longBelow(Rule::longBelow, Rule::longBelow + count);
+    if (!settled) measureBetween<X, H>(longBelow, 4, count - 3);
+    for (int i = 0; i < count; ++i) std::printf("%s%d", i == 0 ? "" : ", ", longBelow[static_cast<std::size_t>(i)]);
     std::printf("};\n};\n");
 }
 

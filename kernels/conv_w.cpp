@@ -72,7 +72,8 @@ struct ShortSums {
     }
 };
 
-int64_t exactSum(const int16_t* signal, size_t length, const int16_t* taps, size_t tapCount, size_t n) {
+[[maybe_unused]] int64_t exactSum(const int16_t* signal, size_t length, const int16_t* taps, size_t tapCount,
+                                  size_t n) {
     int64_t sum = 0;
     for (size_t k = n < length ? 0 : n - length + 1; k < tapCount && k <= n; ++k)
         sum += int64_t{signal[n - k]} * taps[k];
