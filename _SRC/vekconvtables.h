@@ -3,7 +3,8 @@
 //
 // Some rows are settled behaviour and stand as they are: all of float's crossovers, the first four and last three of
 // the other types', and the costs of the orders 2, 7, 12 ... 32. Between them crossovers follow a power law, costs go
-// by a constant factor from order to order; orders 0 and 1 continue the factor of those after them.
+// by a constant factor from order to order; orders 0 and 1 continue the factor of those after them. bench/tune_conv
+// measures what is not settled, and writes this file with it.
 #pragma once
 
 #include "vekm6/types.h"

@@ -70,11 +70,12 @@ TEST(ConvChoice, EndsOfTheTables) {
     ends(double{}, VekDCplx{}, 3, 17759, 110, 111);
 }
 
-// Costs that stand in the tables as settled, put together by hand.
+// What follows from costs that grow with the order, whatever they are.
 TEST(ConvChoice, Transforms) {
-    // Order of sections 7 (S = 32 is direct; the mixed member's hLen is not): x 1, h 2000.
-    EXPECT_EQ((choose<VekCplx, float>(1, 2000)), Method::single);
+    EXPECT_EQ((choose<VekCplx, float>(1, 2000)), Method::single);   // one section would be of a higher order
     EXPECT_EQ((choose<float, float>(4096, 4096)), Method::single);
+    EXPECT_NE((choose<float, float>(4096, 128)), Method::section3);   // the long sections from 32 times on
+    EXPECT_EQ((choose<float, float>(4097, 128)), Method::section3);
     // Up to the longest operands there are: no order outside the tables.
     const int most = std::numeric_limits<int>::max();
     EXPECT_NE((choose<double, double>(most, most)), Method::direct);

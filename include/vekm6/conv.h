@@ -45,7 +45,7 @@ VekStatus VEKAPI vekdzConv(const double* x, int xLen, const VekDCplx* h, int hLe
 //   Method:    exact sums, except where S >= 256, S >= 128 and the longer operand has at least 512 elements, or S >= 64
 //              and it has at least 8192. There the operands are convolved as floats by veksConv, and its results,
 //              rounded to the nearest integer, the even one of two, are scaled: they may differ from the exact ones by
-//              about a ten-millionth of the largest.
+//              about a millionth of the largest.
 //   Memory:    none for exact sums; otherwise, beside that of veksConv, float copies of x, h and y.
 //   Errors:    VEK_StsBadArg: "x==0", "xLen<=0", "h==0", "hLen<=0", "y==0", with VEK_AUTO_SCALE "scalefactor==0".
 //              VEK_StsNoMemory: "NULL pointer to float copy x", "NULL pointer to float copy h", "NULL pointer to
