@@ -70,12 +70,13 @@ TEST(ConvChoice, EndsOfTheTables) {
     ends(double{}, VekDCplx{}, 3, 17759, 110, 111);
 }
 
-// What follows from costs that grow with the order, whatever they are.
+// What follows from the settled costs however those between them grow.
 TEST(ConvChoice, Transforms) {
     EXPECT_EQ((choose<VekCplx, float>(1, 2000)), Method::single);   // one section would be of a higher order
     EXPECT_EQ((choose<float, float>(4096, 4096)), Method::single);
-    EXPECT_NE((choose<float, float>(4096, 128)), Method::section3);   // the long sections from 32 times on
-    EXPECT_EQ((choose<float, float>(4097, 128)), Method::section3);
+    EXPECT_EQ((choose<float, float>(4096, 128)), Method::section1);
+    EXPECT_NE((choose<float, float>(4097, 128)), Method::section1);   // beyond 32 times the length it is no candidate
+    EXPECT_EQ((choose<float, float>(1 << 20, 128)), Method::section3);
     // Up to the longest operands there are: no order outside the tables.
     const int most = std::numeric_limits<int>::max();
     EXPECT_NE((choose<double, double>(most, most)), Method::direct);
