@@ -83,6 +83,12 @@ void spectra(const T* a, const T* b, T* out, int order) {
     }
 }
 
+template <class T>
+void convolve(const T* x, int xLen, const T* h, int hLen, T* y) {
+    for (int n = 0; n < xLen + hLen - 1; ++n) y[n] = 0;
+    for (int k = 0; k < hLen; ++k) EACH(i, xLen) y[k + static_cast<int>(i)] += h[k] * x[i];
+}
+
 #define TEXT_OF(bits) #bits
 #define TEXT(bits) TEXT_OF(bits)
 constexpr const char* name = "plain " TEXT(WIDTH);
@@ -127,6 +133,7 @@ void addReals() {
     addOne<T, [](T x) { return std::fabs(x); }>("bAbs");
     peer<T>("bThresh2", limited<T, T, limit>);
     peer<T>("bInvThresh2", inverted<T, T, invert>);
+    peer<T>("Conv", convolve<T>);
 }
 
 template <class C>

@@ -36,6 +36,7 @@
 
 #include "vekm6/arith.h"
 #include "vekm6/aritw.h"
+#include "vekm6/conv.h"
 #include "vekm6/corr.h"
 #include "vekm6/dft.h"
 #include "vekm6/dotp.h"

@@ -15,4 +15,7 @@
     X(dft, DftTable)       \
     X(goertz, GoertzTable) \
     X(fft_s, FftFloats)    \
-    X(fft_d, FftDoubles)
+    X(fft_d, FftDoubles)   \
+    X(conv_s, ConvFloats)  \
+    X(conv_d, ConvDoubles) \
+    X(conv_w, ConvShortsTable)

@@ -11,7 +11,8 @@ OBJECTS = re.findall(r"^ +X\((\w+), \w+\)", (root / "kernels/families.h").read_t
 
 # A family has one stem everywhere. Where its modules are several, or their name is another, it says so here.
 MODULES = {"memory": ["vekmem"], "fft": ["vekffts", "vekfftd"], "goertz": ["vekgrtzl", "vekgrtzw"],
-           "dotp": ["vekdotp", "vekdotpw"], "corr": ["vekcorr", "vekcorrw"]}
+           "dotp": ["vekdotp", "vekdotpw"], "corr": ["vekcorr", "vekcorrw"],
+           "conv": ["vekconvs", "vekconvd", "vekconvw"]}
 UNMEASURED = {"frame", "memory", "twd"}   # no benchmark
 FAMILIES = re.findall(r'^#include "vekm6/(?!types)(\w+)\.h"', (root / "include/vekm6.h").read_text(), re.M)
 

@@ -111,7 +111,10 @@ public:
             heap::failAbove(64 << 20);
         const Cell result = roomy ? tested.function.callRoomy(cells) : tested.function.call(cells);
         const bool without = tested.group.doesWithout && heap::failures() > 0;
-        bool outOf = !without && heap::failures() > (tested.group.retriesMemory ? 1 : 0);
+        // Of work memory no row speaks: the chain of reports begins with who lacked it, and ends with the export.
+        const bool unspoken = tested.group.noMemory.empty() && tested.inner.name.empty();
+        bool outOf = !without && heap::failures() > (tested.group.retriesMemory ? 1 : 0) &&
+                     (!unspoken || vekGetErrStatus() == VEK_StsNoMemory);
         heap::failNone();
         // Of several requests nobody knows here which one failed, and whether that was made good.
         const bool several = outOf && tested.group.noMemory.find(';') != std::string::npos;
@@ -122,7 +125,10 @@ public:
         if (tested.name().find("Malloc") != std::string::npos) vekFree(result.get<void*>());
         if (tested.group.gate == Gate::always && tested.checks.empty()) return {};   // status and memory: no row says
         if (outOf) {
-            wanted = several ? reports.text() : outOfMemory(tested, cells);
+            const std::vector<Report>& seen = reports.seen();
+            const bool isChain =
+                !seen.empty() && seen.front().status == VEK_StsNoMemory && seen.back().name == tested.name();
+            wanted = several || (unspoken && isChain) ? reports.text() : outOfMemory(tested, cells);
             status = several ? vekGetErrStatus() : VEK_StsNoMemory;
         }
         if (reports.text() != wanted) return "reports\n" + reports.text() + "instead of\n" + wanted;
@@ -130,7 +136,7 @@ public:
         if (without) return {};   // with other roundings than the same call again
         Cell returned;
         if (!wanted.empty())
-            returned = tested.expectedFailure(status);
+            returned = tested.expectedFailure(outOf && unspoken ? reports.seen().back().status : status);
         else if (!tested.inner.name.empty())
             returned.set(status);
         if ((outOf || !computing || tested.group.returnsStatus) && !(result == returned))

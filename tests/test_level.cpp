@@ -145,9 +145,13 @@ TEST_P(ForcedLevel, CasesReachEveryKernel) {
             for (int choice = 0; choice < tested.choices(); ++choice)
                 Prepared(tested, tested.plain(size, choice)).call();
     }
-    for (int mode : {0, 1, 2, 3, 4}) {   // what other families' exports call
+    const std::vector<std::int16_t> x(256, 100);
+    std::vector<std::int16_t> y(511);
+    for (int mode : {0, 1, 2, 3, 4}) {   // what other families' exports call, and these of long vectors
         int factor = 1;
         vek::vekScaleIntToShort(1 << 20, mode, &factor);
+        factor = 1;
+        vekwConv(x.data(), 256, x.data(), 256, y.data(), mode, &factor);
     }
     EXPECT_EQ(reports.text(), "");
     sigaction(SIGSEGV, &usual, nullptr);

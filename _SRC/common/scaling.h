@@ -7,8 +7,8 @@ namespace vek {
 enum Fit {
     fitWraps,        // the low 16 bits
     fitSaturates,    // the nearest int16
-    fitRightWraps,   // after a shift by 1 ... 16 places
-    fitRight,        // after a shift by 1 ... 32 places, saturated; from 17 places on every shifted result fits
+    fitRightWraps,   // after a shift to the right, of results of 32 bits by 1 ... 16 places
+    fitRight,        // after one by 1 ... 32 places, saturated; from 17 places on every shifted result fits
     fitCount
 };
 
@@ -20,10 +20,11 @@ struct Scaling {
     int left = 0;    // 0 ... 16 places, with fitWraps and fitSaturates
 };
 
-// Results times 2^-factor, rounded down; any factor. From 33 places on only the sign is left; after 16 places to the
-// left no bit of 16 is, and what is not zero has saturated.
-static constexpr Scaling scalingBy(int factor, bool saturates) {
-    if (factor > 0) return {saturates || factor > 16 ? fitRight : fitRightWraps, factor < 32 ? factor : 32};
+// Results times 2^-factor, rounded down; any factor. Exact results are of `bits` bits beside the sign: once shifted by
+// so many places only the sign is left, and some 16 places earlier every result fits, wrapped or saturated. After 16
+// places to the left no bit of 16 is left, and what is not zero has saturated.
+static constexpr Scaling scalingBy(int factor, bool saturates, int bits = 32) {
+    if (factor > 0) return {saturates || factor > bits - 16 ? fitRight : fitRightWraps, factor < bits ? factor : bits};
     return {saturates ? fitSaturates : fitWraps, 0, factor < -16 ? 16 : -factor};
 }
 

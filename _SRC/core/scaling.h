@@ -10,15 +10,15 @@ namespace vek::core {
 inline bool lacksFactor(int mode, const int* factor) { return mode == VEK_AUTO_SCALE && factor == nullptr; }
 
 // Modes are told apart by their whole value: all that are not listed scale by the given factor and wrap. places() is
-// the least shift that makes all results fit.
+// the least shift that makes all results fit, of `bits` bits beside the sign.
 template <class Places>
-VEK_STEPS Scaling scalingOf(int mode, int* factor, Places places) {
+VEK_STEPS Scaling scalingOf(int mode, int* factor, Places places, int bits = 32) {
     if (mode == VEK_NO_SCALE) return {fitWraps};
     if (mode == VEK_SATURATE) return {fitSaturates};
     if (mode != VEK_AUTO_SCALE)
-        return scalingBy(factor == nullptr ? 0 : *factor, mode == (VEK_FIXED_SCALE | VEK_SATURATE));
+        return scalingBy(factor == nullptr ? 0 : *factor, mode == (VEK_FIXED_SCALE | VEK_SATURATE), bits);
     *factor = places();
-    return scalingBy(*factor, false);   // all fit, so that to wrap is enough
+    return scalingBy(*factor, false, bits);   // all fit, so that to wrap is enough
 }
 
 }   // namespace vek::core
