@@ -105,7 +105,7 @@ public:
         vekSetErrStatus(old);
         const bool roomy = random.below(2) != 0;
         const unsigned long long control = controlWords();
-        if (heap::available() && random.below(4) == 0)
+        if (heap::available() && fits && random.below(4) == 0)
             heap::failAt(random.below(3), random.below(2) != 0);
         else
             heap::failAbove(64 << 20);

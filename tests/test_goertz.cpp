@@ -1,11 +1,12 @@
-// The Goertzel filter over several calls: its records, and blocks against single samples.
+// The Goertzel filter over several calls: its records, against the recurrence, and blocks against single samples.
+#include <array>
 #include <cmath>
 
 #include <gtest/gtest.h>
 
-#include "support/data.h"
 #include "support/levels.h"
 #include "support/oracle.h"
+#include "support/prepared.h"
 #include "support/reports.h"
 
 namespace {
@@ -14,190 +15,115 @@ using namespace test;
 
 constexpr const char* types[] = {"s", "d", "c", "z", "w", "v"};
 
-const Row& member(const std::string& type, const std::string& operation) { return row("vek" + type + operation); }
-
-// A record of any type, as bytes; and the calls on it.
+// A filter of any type: the calls on its record.
 struct Filter {
-    std::string type;
-    alignas(8) unsigned char state[64];
-    int factor = 3;
+    const std::string type;
+    const Row& init = row("vek" + type + "GoertzInit");
+    const ArgumentType sample = row("vek" + type + "Goertz").arguments[1].type;
+    const char real = init.arguments[0].type.letter;
+    alignas(8) std::array<unsigned char, 64> record;
 
     Filter(const std::string& of, double freq) : type(of) {
-        std::memset(state, 0x55, sizeof state);
-        const Row& init = member(type, "GoertzInit");
-        Cells cells(2);
-        if (init.arguments[0].type.letter == 'd')
-            cells[0].set(freq);
-        else
-            cells[0].set(static_cast<float>(freq));
-        cells[1].set<void*>(state);
-        EXPECT_EQ(init.function.call(cells).get<VekStatus>(), VEK_StsOk);
+        record.fill(0x55);
+        Cell cell;
+        real == 'd' ? cell.set(freq) : cell.set(static_cast<float>(freq));
+        call("GoertzInit", cell.bytes);
     }
-    void reset() {
-        Cells cells(1);
-        cells[0].set<void*>(state);
-        member(type, "GoertzReset").function.call(cells);
-    }
-    Cell one(const unsigned char* sample) {
-        const Row& of = member(type, "Goertz");
-        Cells cells = scaling(of);
-        std::memcpy(cells[1].bytes, sample, of.arguments[1].type.bytes);
-        return of.function.call(cells);
-    }
-    Cell block(const void* samples, int len) {
-        const Row& of = member(type, "bGoertz");
-        Cells cells = scaling(of);
-        cells[1].set(samples);
-        cells[2].set(len);
-        return of.function.call(cells);
-    }
-    std::vector<unsigned char> held() const { return {state, state + sizeof state}; }
-
-private:
-    Cells scaling(const Row& of) {
-        Cells cells = of.plain(1);
-        cells[0].set<void*>(state);
-        if (const int at = of.index("scaleFactor"); at >= 0) {
-            cells[static_cast<std::size_t>(at) - 1].set(fixedSaturating);
-            cells[static_cast<std::size_t>(at)].set(&factor);
+    // Of what else the operation takes: a frequency, a sample or a block; int16 in a mode that clamps.
+    Cell call(const std::string& operation, const void* from = nullptr, int len = 0) {
+        const Row& of = row("vek" + type + operation);
+        Cells cells(of.arguments.size());
+        int factor = 3;
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            switch (of.arguments[i].role) {
+                case Role::record: cells[i].set<void*>(record.data()); break;
+                case Role::scalar: std::memcpy(cells[i].bytes, from, of.arguments[i].type.bytes); break;
+                case Role::in: cells[i].set(from); break;
+                case Role::length: cells[i].set(len); break;
+                case Role::mode: cells[i].set(3); break;
+                default: cells[i].set(&factor); break;
+            }
         }
-        return cells;
+        return of.function.call(cells);
     }
-    static constexpr int fixedSaturating = 3;
+    std::vector<double> held() const { return realsAt(record.data(), init.arguments[1].type.bytes, real); }
 };
 
-std::size_t sampleBytes(const std::string& type) { return member(type, "Goertz").arguments[1].type.bytes; }
-
 // Samples of a kind: ordinary ones, few bits (whose sums are ties when they are rounded), tiny and huge ones.
-std::vector<unsigned char> samples(const std::string& type, std::size_t n, int kind, Data& data) {
-    const char real = member(type, "Goertz").arguments[1].type.real();
-    std::vector<unsigned char> bytes(n * sampleBytes(type));
-    const std::size_t width = real == 'd' ? 8 : real == 's' ? 4 : 2;
-    for (std::size_t at = 0; at < bytes.size(); at += width) {
-        double value = data.uniform(-1, 1);
-        if (kind == 1) value = data.below(64) - 32;
-        if (kind == 2) value = std::ldexp(value, real == 'd' ? -1060 : -140);
-        if (kind == 3) value = std::ldexp(value, real == 'd' ? 1015 : 120);
-        const auto single = static_cast<float>(value);
-        const auto integer = kind == 1 ? static_cast<std::int16_t>(value) : static_cast<std::int16_t>(data.bits());
-        const void* from = real == 'd'   ? static_cast<const void*>(&value)
-                           : real == 's' ? &single
-                                         : static_cast<const void*>(&integer);
-        std::memcpy(&bytes[at], from, width);
+std::vector<unsigned char> samples(const ArgumentType& type, std::size_t n, int kind, Data& data) {
+    std::vector<unsigned char> bytes(n * type.bytes);
+    for (std::size_t at = 0; at < bytes.size(); at += type.realBytes()) {
+        double value = kind == 1 ? data.below(64) - 32 : data.uniform(-1, 1);
+        if (kind == 2) value = std::ldexp(value, type.real() == 'd' ? -1060 : -140);
+        if (kind == 3) value = std::ldexp(value, type.real() == 'd' ? 1015 : 120);
+        Cell cell;
+        if (type.real() == 'd') cell.set(value);
+        if (type.real() == 's') cell.set(static_cast<float>(value));
+        if (type.real() == 'w')
+            cell.set(kind == 1 ? static_cast<std::int16_t>(value) : static_cast<std::int16_t>(data.bits()));
+        std::memcpy(&bytes[at], cell.bytes, type.realBytes());
     }
     return bytes;
 }
 
-class Goertzel : public AtLevel {
-protected:
-    Reports reports;
-};
+// Each step in 113 bits, then rounded as the record is: float takes a product of two of its numbers exactly.
+void advance(std::vector<double>& state, const std::vector<Number>& x) {
+    const std::size_t parts = state.size() / 2 - 2;
+    for (const Number& sample : x) {
+        for (std::size_t p = 0; p < parts; ++p) {
+            double &before = state[4 + p], &last = state[4 + parts + p];
+            const Exact next = (p == 0 ? sample.re : sample.im) + Exact{state[3]} * last - before;
+            before = std::exchange(last, static_cast<float>(static_cast<double>(next)));
+        }
+    }
+}
 
-TEST_P(Goertzel, BlocksAreSingleSamplesToTheBit) {
+// As Init makes it.
+void expectFresh(const Filter& filter, unsigned thousandths) {
+    const std::vector<double> held = filter.held();
+    const Wide wanted = conj(root(thousandths, 1000));
+    const double within = filter.real == 'd' ? 1e-15 : 1e-6;
+    EXPECT_NEAR(held[0], thousandths / 1000.0, within / 10);
+    EXPECT_NEAR(held[1], static_cast<double>(wanted.re), within);
+    EXPECT_NEAR(held[2], static_cast<double>(wanted.im), within);
+    EXPECT_EQ(held[3], 2 * held[1]);
+    for (std::size_t i = 4; i < held.size(); ++i) EXPECT_EQ(held[i], 0);
+}
+
+class Goertzel : public AtLevel {};
+
+TEST_P(Goertzel, RunsTheRecurrence_BlocksAsSingleSamplesToTheBit) {
+    Reports reports;
     Data data(5);
     for (const std::string type : types) {
-        for (const double freq : {0.0, 0.1, 1.0 / 6, 0.25, 0.5, 0.937}) {
+        for (const unsigned thousandths : {0u, 100u, 167u, 250u, 500u, 937u}) {
             for (int kind = 0; kind < 4; ++kind) {
-                Filter blocks(type, freq), singles(type, freq);
+                SCOPED_TRACE(type + " at " + std::to_string(thousandths) + " kind " + std::to_string(kind));
+                Filter blocks(type, thousandths / 1000.0), singles = blocks;
+                const Filter fresh = blocks;
+                expectFresh(fresh, thousandths);
+                std::vector<double> state = fresh.held();
                 for (const int len : {1, 2, 15, 16, 17, 255, 256, 257, 1000, 5}) {
-                    const auto x = samples(type, static_cast<std::size_t>(len), kind, data);
-                    const Cell whole = blocks.block(x.data(), len);
+                    const auto x = samples(fresh.sample, static_cast<std::size_t>(len), kind, data);
+                    const Cell whole = blocks.call("bGoertz", x.data(), len);
                     Cell last;
-                    for (std::size_t at = 0; at < x.size(); at += sampleBytes(type)) last = singles.one(&x[at]);
-                    const std::string what = type + " at " + std::to_string(freq) + " kind " + std::to_string(kind) +
-                                             " length " + std::to_string(len);
-                    ASSERT_TRUE(whole == last) << what;
-                    ASSERT_EQ(blocks.held(), singles.held()) << what;
+                    for (std::size_t at = 0; at < x.size(); at += fresh.sample.bytes)
+                        last = singles.call("Goertz", &x[at]);
+                    ASSERT_TRUE(whole == last && blocks.record == singles.record) << len;
+                    if (fresh.real == 'd' || kind == 3) continue;
+                    advance(state, numbers(fresh.sample, x));
+                    ASSERT_EQ(blocks.held(), state) << len;
                 }
+                blocks.call("GoertzReset");
+                ASSERT_EQ(blocks.record, fresh.record);
             }
         }
     }
     EXPECT_EQ(reports.text(), "");
-}
-
-// Each step in 113 bits, then rounded as the record is: float takes a product of two of its numbers exactly.
-TEST_P(Goertzel, StatesAreTheRecurrences) {
-    Data data(6);
-    for (const double freq : {0.0, 0.1, 0.25, 0.6}) {
-        Filter filter("c", freq);
-        const auto bytes = samples("c", 300, 0, data);
-        std::vector<VekCplx> x(300);
-        std::memcpy(x.data(), bytes.data(), bytes.size());
-        VekCGoertzState state;
-        std::memcpy(&state, filter.state, sizeof state);
-        float s2[2] = {}, s1[2] = {};
-        for (const VekCplx& sample : x) {
-            const float parts[] = {sample.re, sample.im};
-            for (int p = 0; p < 2; ++p) {
-                const auto s =
-                    static_cast<float>(static_cast<double>(Exact{parts[p]} + Exact{state.cos2V} * s1[p] - s2[p]));
-                s2[p] = s1[p];
-                s1[p] = s;
-            }
-        }
-        filter.block(x.data(), 300);
-        std::memcpy(&state, filter.state, sizeof state);
-        EXPECT_EQ(state.prev1.re, s1[0]) << freq;
-        EXPECT_EQ(state.prev1.im, s1[1]) << freq;
-        EXPECT_EQ(state.prev2.re, s2[0]) << freq;
-        EXPECT_EQ(state.prev2.im, s2[1]) << freq;
-    }
-}
-
-TEST_P(Goertzel, AtZeroItSumsUp) {
-    VekZGoertzState state;
-    ASSERT_EQ(vekzGoertzInit(0, &state), VEK_StsOk);
-    double sum = 0;
-    for (int n = 1; n <= 100; ++n) {
-        sum += n;
-        const VekDCplx got = vekzGoertz(&state, {static_cast<double>(n), 1});
-        EXPECT_EQ(got.re, sum);
-        EXPECT_EQ(got.im, n);
-    }
-    vekzGoertzReset(&state);
-    EXPECT_EQ(vekzGoertz(&state, {2, 3}).im, 3);
-}
-
-VEK_AT_ALL_LEVELS(Goertzel);
-
-TEST(GoertzelRecords, InitFillsThem) {
-    Reports reports;
-    for (const double freq : {0.0, 0.1, 0.25, 0.5, 0.999}) {
-        VekDGoertzState d;
-        ASSERT_EQ(vekdGoertzInit(freq, &d), VEK_StsOk);
-        const long double angle = 6.28318530717958647692528676655900577L * freq;
-        EXPECT_EQ(d.freq, freq);
-        EXPECT_NEAR(d.cosV, static_cast<double>(std::cos(angle)), 1e-15);
-        EXPECT_NEAR(d.sinV, static_cast<double>(std::sin(angle)), 1e-15);
-        EXPECT_EQ(d.cos2V, 2 * d.cosV);
-        EXPECT_EQ(d.prev1, 0);
-        EXPECT_EQ(d.prev2, 0);
-        VekCGoertzState c;
-        ASSERT_EQ(vekcGoertzInit(static_cast<float>(freq), &c), VEK_StsOk);
-        EXPECT_NEAR(c.cosV, static_cast<double>(std::cos(angle)), 1e-6);
-        EXPECT_NEAR(c.sinV, static_cast<double>(std::sin(angle)), 1e-6);
-        EXPECT_EQ(c.cos2V, 2 * c.cosV);
-        EXPECT_EQ(c.prev1.re, 0);
-        EXPECT_EQ(c.prev2.im, 0);
-    }
-    VekDGoertzState state;
-    vekdGoertzInit(std::nan(""), &state);
+    const Filter none("d", std::nan(""));
     EXPECT_EQ(reports.text(), reportLine(VEK_StsBadArg, "vekdGoertzInit", "Invalid frequency value", "vekgrtzl"));
 }
 
-// Reset keeps the frequency, and the filter runs as if it were new.
-TEST(GoertzelRecords, ResetBeginsAnew) {
-    Reports reports;
-    Data data(8);
-    for (const std::string type : types) {
-        Filter used(type, 0.3);
-        const Filter fresh(type, 0.3);
-        const auto x = samples(type, 40, 0, data);
-        used.block(x.data(), 40);
-        EXPECT_NE(used.held(), fresh.held()) << type;
-        used.reset();
-        EXPECT_EQ(used.held(), fresh.held()) << type;
-    }
-}
+VEK_AT_ALL_LEVELS(Goertzel);
 
 }   // namespace
