@@ -10,8 +10,7 @@
 //   VEK_SATURATE                    1      the exact result, at most 32767 and at least -32768
 //   VEK_FIXED_SCALE                 2      by *scaleFactor; the low 16 bits of the shifted result
 //   VEK_FIXED_SCALE | VEK_SATURATE  3      by *scaleFactor; the shifted result, at most 32767 and at least -32768
-//   VEK_AUTO_SCALE                  4      by the least factor, 0 or more, that makes all results of the call fit,
-//   which
+//   VEK_AUTO_SCALE                  4      by the least factor, 0 or more, that makes all results of the call fit; it
 //                                          is stored to *scaleFactor: up to 1 of sums and differences, 16 of products,
 //                                          17 of complex products
 //
@@ -32,9 +31,8 @@ VEK_DECLARATIONS_BEGIN
 //              Add1  dst[i] + val   Add2  dst[i] + src[i]   Add3  srcA[i] + srcB[i]
 //              Sub1  dst[i] - val   Sub2  dst[i] - val[i]   Sub3  src[i] - val[i]
 //              Mpy1  dst[i] * val   Mpy2  dst[i] * src[i]   Mpy3  srcA[i] * srcB[i]
-//   Arguments: n elements in each vector, n >= 1; val is one element, but in Sub2 and Sub3 the vector of n elements
-//   that
-//              is subtracted; scaleMode any value; scaleFactor one int, or null but in mode VEK_AUTO_SCALE.
+//   Arguments: n elements in each vector, n >= 1; val is one element, but in Sub2 and Sub3 the vector of n elements to
+//              be subtracted; scaleMode any value; scaleFactor one int, or null but in mode VEK_AUTO_SCALE.
 //   Scaling:   see above; Zero, Set and Copy none.
 //   Aliasing:  dst may be one of the sources; vectors must not overlap otherwise, nor scaleFactor with any.
 //   Errors:    VEK_StsBadArg: "n<=0", then the null vectors in the order of the arguments: "src==0", "srcA==0",
@@ -98,8 +96,7 @@ void VEKAPI vekvbConjExtend2(const VekWCplx* src, VekWCplx* dst, int n);
 //              Set  (re, im)
 //   Arguments: as in the vector operations.
 //   Scaling:   Add, Sub and Mpy as vectors of one element; Div and Conj saturate.
-//   Errors:    Add, Sub, Mpy: "scalefactor==0" in the name of vekvbAdd3, vekvbSub3, vekvbMpy3, whose work they have
-//   done;
+//   Errors:    Add, Sub, Mpy: "scalefactor==0" in the name of vekvbAdd3, vekvbSub3, vekvbMpy3, which do their work;
 //              then, and whenever the thread's status is negative, VEK_StsBacktrace under their own, without a message.
 //              Div: VEK_StsBadArg, "(b.re==0.0)&&(b.im==0.0)".
 //   Returns:   the result; (0, 0) after an error and under a negative status.
