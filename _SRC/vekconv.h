@@ -259,10 +259,11 @@ VekStatus sectioned(const X* x, int xLen, const H* h, int hLen, Result<X, H>* y,
     return call.result;
 }
 
+// What an entry does; it returns the status that it leaves.
 template <class X, class H>
 VekStatus convolve(const char* name, const X* x, int xLen, const H* h, int hLen, Result<X, H>* y) {
     Call call{moduleOf<X>, name};
-    if (badArguments(call, x, xLen, h, hLen, y) || call.stopped()) return call.result;
+    if (badArguments(call, x, xLen, h, hLen, y) || call.stopped()) return call.thread.status;
     switch (choose<X, H>(xLen, hLen)) {
         case Method::direct: direct(x, xLen, h, hLen, y); break;
         case Method::single: single(x, xLen, h, hLen, y); break;
@@ -271,7 +272,7 @@ VekStatus convolve(const char* name, const X* x, int xLen, const H* h, int hLen,
         case Method::section3: sectioned(x, xLen, h, hLen, y, 3); break;
     }
     call.backtrace();
-    return call.result;
+    return call.thread.status;
 }
 
 }   // namespace vek::conv

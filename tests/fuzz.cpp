@@ -139,7 +139,8 @@ public:
             returned = tested.expectedFailure(outOf && unspoken ? reports.seen().back().status : status);
         else if (!tested.inner.name.empty())
             returned.set(status);
-        if ((outOf || !computing || tested.group.returnsStatus) && !(result == returned))
+        if (tested.group.leavesStatus) returned.set(status);
+        if ((outOf || !computing || tested.group.returnsStatus || tested.group.leavesStatus) && !(result == returned))
             return "result " + std::to_string(result.get<int>());
         if (outOf || !computing) return prepared.untouched() ? "" : "outputs touched";
         return compare(prepared, result);

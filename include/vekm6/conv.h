@@ -28,7 +28,7 @@ VEK_DECLARATIONS_BEGIN
 //              VEK_StsNoMemory: "NULL Pointer" in the name of the method's routine (veksConv1 or veksConvm), or what
 //              the transform reports in its own; then VEK_StsBacktrace without a message in the names that are left:
 //              the routine's and the operation's. y is left as it was.
-//   Returns:   0, or what the report's handler answered; 0 under a negative status.
+//   Returns:   the status that the thread is left with: negative after an error, and where it was so before.
 VekStatus VEKAPI veksConv(const float* x, int xLen, const float* h, int hLen, float* y);
 VekStatus VEKAPI vekcConv(const VekCplx* x, int xLen, const VekCplx* h, int hLen, VekCplx* y);
 VekStatus VEKAPI vekcsConv(const VekCplx* x, int xLen, const float* h, int hLen, VekCplx* y);

@@ -261,6 +261,7 @@ bool Row::computesBeforeFailing(const Cells& cells) const {
 
 Cell Row::expectedFailure(VekStatus status) const {
     Cell cell;
+    if (group.leavesStatus) cell.set(status);
     if (group.returnsStatus && status < 0) cell.set(Reports::answer(inner.name.empty() ? status : VEK_StsBacktrace));
     return cell;
 }

@@ -92,7 +92,8 @@ struct Hostile {
 struct Group {
     std::string module = {};
     Gate gate = Gate::computes;
-    bool returnsStatus = false;
+    bool returnsStatus = false;   // after a report what the handler answered,
+    bool leavesStatus = false;    // or the status that the thread is left with
     // The message when its tables cannot be built, or one for each of its requests, with semicolons between; empty: it
     // asks for no memory.
     std::string noMemory = {};
