@@ -105,7 +105,7 @@ VEK_INLINE Sums integerSums(size_t n, One one, Wide wide, Fold fold) {
 }
 
 VEK_INLINE uint64_t product(int16_t a, int16_t b) { return static_cast<uint64_t>(int64_t{a} * b); }
-VEK_INLINE uint64_t together(DotPair<uint64_t> halves) { return halves.re + halves.im; }
+[[maybe_unused]] VEK_INLINE uint64_t together(DotPair<uint64_t> halves) { return halves.re + halves.im; }
 VEK_INLINE Sums eachTogether(const auto& sums) { return {together(sums.first.sums()), together(sums.second.sums())}; }
 VEK_INLINE DotPair<int64_t> signedPair(uint64_t re, uint64_t im) {
     return {static_cast<int64_t>(re), static_cast<int64_t>(im)};

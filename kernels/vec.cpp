@@ -416,11 +416,11 @@ template <class T, int W, bool Below>
         }
     }
     const auto isZero = modulus == zero;
-    const auto factor = splat<W>(limit.part) / (replaced & !isZero ? modulus : one);
+    const auto factor = splat<W>(limit.part) / ((replaced & !isZero) ? modulus : one);
     const auto unscale = splat<W>(limit.unscale);
     // a part that is zero stays so when thresh is infinite
-    const auto re = s.re * (replaced & (s.re != zero) ? factor : one) * unscale;
-    const auto im = s.im * (replaced & (s.im != zero) ? factor : one) * unscale;
+    const auto re = s.re * ((replaced & (s.re != zero)) ? factor : one) * unscale;
+    const auto im = s.im * ((replaced & (s.im != zero)) ? factor : one) * unscale;
     storeParts<T, W>(parts,
                      {replaced ? (isZero ? splat<W>(thresh) : re) : x.re, replaced ? (isZero ? zero : im) : x.im});
 }

@@ -93,7 +93,7 @@ protected:
 
 TEST_P(Correlations, GoTheShorterWayThatMemoryAllows) {
     Reports reports;
-    const heap::Restore restore;
+    const heap::Restore restore{};
     Cells plain = tested.plain(GetParam().arguments[0].second);
     for (const auto& [name, value] : GetParam().arguments)
         plain[static_cast<std::size_t>(tested.index(name))].set(value);

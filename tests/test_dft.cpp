@@ -37,7 +37,7 @@ protected:
         return reportLine(VEK_StsNoMemory, "vek" + type + "GetDftTwdTbl", "Full Table", "vektwd") + bad(type, message);
     }
     Reports reports;
-    const heap::Restore restore;
+    const heap::Restore restore{};
     const int released = (releaseTables(), 0);
 };
 

@@ -16,7 +16,7 @@ using namespace test;
 
 TEST(Allocator, BlocksAndTheirRequests) {
     Reports reports;
-    const heap::Restore restore;
+    const heap::Restore restore{};
     vekFree(nullptr);
     vekSetErrStatus(VEK_StsBadArg);   // which does not matter
     for (const char* letter : {"", "s", "d", "c", "z", "w", "v", "i", "j"}) {

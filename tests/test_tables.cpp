@@ -39,7 +39,7 @@ protected:
         EXPECT_EQ(reports.text(), "");
     }
     Reports reports;
-    const heap::Restore restore;
+    const heap::Restore restore{};
     const long before = releaseAll();
 };
 
