@@ -147,9 +147,11 @@ DotPair<int64_t> integerComplex(const int16_t* a, const int16_t* b, size_t n) {
             const auto turned = static_cast<Int16s<w>>((Conjugated ? x : y) ^ alternating<w, int16_t>(0, -1));
             if constexpr (Conjugated) {
                 to.first = to.first.with(pairSums<w>(x, y));
-                to.second = to.second.with(pairSums<w>(turned, crossed) + (bitsAs<Int32s<half>>(y) << 16 >> 16));
+                to.second = to.second.with(
+                    sumWrapped<int32_t, half>(pairSums<w>(turned, crossed), bitsAs<Int32s<half>>(y) << 16 >> 16));
             } else {
-                to.first = to.first.with(pairSums<w>(x, turned) + (bitsAs<Int32s<half>>(x) >> 16));
+                to.first =
+                    to.first.with(sumWrapped<int32_t, half>(pairSums<w>(x, turned), bitsAs<Int32s<half>>(x) >> 16));
                 to.second = to.second.with(pairSums<w>(x, crossed));
             }
             return to;
